@@ -1,0 +1,41 @@
+# The two set-up commands of the README:
+#   make demo   installs what is missing, builds, runs the command-line tool on samples
+#   make test   installs what is missing, builds, runs every test, compiles the 32-bit build
+BUILD    ?= build
+BUILD32  ?= build-i686
+JOBS     ?= $(shell nproc)
+CMAKE_X64  = cmake -S . -B $(BUILD) -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/mingw-w64-x86_64.cmake
+CMAKE_I686 = cmake -S . -B $(BUILD32) -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/mingw-w64-i686.cmake \
+             -DTESVOR_BUILD_TESTS=OFF -DTESVOR_BUILD_BENCH=OFF
+WINE_RUN   = scripts/wine-run --build-dir $(BUILD)
+# Tests that make windows need a display; Xvfb provides one when there is none.
+WITH_DISPLAY = $(if $(DISPLAY),,xvfb-run -a -s "-screen 0 1024x768x24")
+
+.PHONY: all bootstrap build build32 demo test check32 bench clean
+
+all: build
+
+bootstrap:
+	@scripts/bootstrap
+
+build: bootstrap
+	$(CMAKE_X64)
+	cmake --build $(BUILD) -j $(JOBS)
+
+build32: bootstrap
+	$(CMAKE_I686)
+	cmake --build $(BUILD32) -j $(JOBS)
+
+demo: build
+	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe check-id $$(cat samples/identifiers.txt) || true
+	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe check-email $$(cat samples/emails.txt) || true
+
+test: build
+	cd $(BUILD) && $(WITH_DISPLAY) ctest --output-on-failure -j $(JOBS)
+	$(MAKE) build32
+
+bench: build
+	@if [ -x scripts/run-bench ]; then scripts/run-bench $(BUILD); else echo "no benchmarks yet"; fi
+
+clean:
+	rm -rf $(BUILD) $(BUILD32)

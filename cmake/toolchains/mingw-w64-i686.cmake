@@ -1,0 +1,13 @@
+# Cross build for 32-bit Windows with the posix-thread MinGW-w64 compilers
+# (the win32-thread variant lacks std::mutex, which GoogleTest needs).
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86)
+set(TESVOR_MINGW_TRIPLE i686-w64-mingw32)
+set(CMAKE_C_COMPILER   ${TESVOR_MINGW_TRIPLE}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${TESVOR_MINGW_TRIPLE}-g++-posix)
+set(CMAKE_RC_COMPILER  ${TESVOR_MINGW_TRIPLE}-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${TESVOR_MINGW_TRIPLE})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)

@@ -1,0 +1,2 @@
+// afxlite: CFileFind (grown by the file helpers).
+#pragma once

@@ -1,0 +1,2 @@
+// afxlite: windows and controls (grown by the drawing and window code).
+#pragma once

@@ -1,0 +1,3 @@
+// Umbrella header: every public header of TesvorUtil.
+#pragma once
+#include "TesvorUtilExport.h"
