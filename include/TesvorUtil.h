@@ -1,3 +1,5 @@
 // Umbrella header: every public header of TesvorUtil.
 #pragma once
 #include "TesvorUtilExport.h"
+#include "TesvorFunctions.h"
+#include "MCError.h"
