@@ -3,3 +3,4 @@
 #include "TesvorUtilExport.h"
 #include "TesvorFunctions.h"
 #include "MCError.h"
+#include "MCPictureHolder.h"
