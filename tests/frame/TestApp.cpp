@@ -1,0 +1,7 @@
+#include "TestApp.h"
+
+namespace {
+TestApp theApp;
+}
+
+TestApp& TheTestApp() { return theApp; }
