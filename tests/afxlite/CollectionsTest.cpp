@@ -1,0 +1,210 @@
+#include <gtest/gtest.h>
+#include <afxcoll.h>
+#include <afxtempl.h>
+#include <functional>
+#include <set>
+#include <vector>
+
+namespace {
+
+// Runs the call and tells whether it threw the framework's invalid-argument exception.
+bool ThrowsInvalidArg(const std::function<void()>& call)
+{
+    try {
+        call();
+    } catch (CInvalidArgException* e) {
+        e->Delete();
+        return true;
+    }
+    return false;
+}
+
+// Exposes the capacity that the growth policy chose.
+class ProbeArray : public CArray<CString, const CString&> {
+public:
+    INT_PTR Capacity() const { return m_nMaxSize; }
+};
+
+TEST(CArrayTest, GrowsByAnEighthBetweenFourAnd1024)
+{
+    ProbeArray a;
+    a.Add(L"0");
+    EXPECT_EQ(4, a.Capacity());
+    for (int i = 1; i < 5; i++)
+        a.Add(CString(L'x', i));
+    EXPECT_EQ(8, a.Capacity());
+    for (int i = 5; i < 100; i++)
+        a.Add(CString(L'x', i));
+    EXPECT_EQ(100, a.GetSize());
+    for (int i = 1; i < 100; i++)
+        EXPECT_EQ(i, a[i].GetLength());
+
+    ProbeArray stepped;
+    stepped.SetSize(0, 10);
+    stepped.Add(L"a");
+    EXPECT_EQ(10, stepped.Capacity());
+}
+
+TEST(CArrayTest, InsertAndRemoveKeepOrder)
+{
+    CStringArray a;
+    for (const wchar_t* s : {L"a", L"b", L"c"})
+        a.Add(s);
+    a.InsertAt(1, CString(L"x"), 2);
+    ASSERT_EQ(5, a.GetSize());
+    EXPECT_STREQ(L"axxbc", a[0] + a[1] + a[2] + a[3] + a[4]);
+
+    a.InsertAt(0, a[4]);  // the element comes from the array itself
+    EXPECT_STREQ(L"c", a[0]);
+    EXPECT_STREQ(L"c", a[5]);
+
+    a.RemoveAt(1, 3);
+    ASSERT_EQ(3, a.GetSize());
+    EXPECT_STREQ(L"cbc", a[0] + a[1] + a[2]);
+
+    a.InsertAt(7, CString(L"far"));  // past the end: the gap is filled with empty strings
+    ASSERT_EQ(8, a.GetSize());
+    EXPECT_TRUE(a[6].IsEmpty());
+    EXPECT_STREQ(L"far", a[7]);
+
+    a.SetSize(2);
+    EXPECT_STREQ(L"cb", a[0] + a[1]);
+    a.RemoveAll();
+    EXPECT_TRUE(a.IsEmpty());
+}
+
+TEST(CArrayTest, BadIndexesAndSizesAreInvalidArguments)
+{
+    CArray<int, int> a;
+    a.Add(1);
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetSize(-1); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(1); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(-1); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.RemoveAt(0, 2); }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetAtGrow(-1, 5); }));
+    EXPECT_EQ(1, a.GetSize());
+    EXPECT_EQ(1, a[0]);
+}
+
+TEST(HashKeyTest, IntegersShiftAndStringsMultiplyBy33)
+{
+    EXPECT_EQ(0x123u, HashKey<int>(0x1234));
+    EXPECT_EQ(0u, HashKey<int>(0xF));
+    EXPECT_EQ(0u, HashKey<LPCWSTR>(L""));
+    EXPECT_EQ(static_cast<UINT>(L'a') * 33 + L'b', HashKey<LPCWSTR>(L"ab"));
+    EXPECT_EQ(HashKey<LPCWSTR>(L"some key"), HashKey<const CString&>(CString(L"some key")));
+}
+
+// Exposes the node blocks of the map.
+class ProbeMap : public CMap<int, int, CString, const CString&> {
+public:
+    explicit ProbeMap(INT_PTR nBlockSize = 10) : CMap(nBlockSize) {}
+    int Blocks() const
+    {
+        int n = 0;
+        for (CPlex* p = m_pBlocks; p != NULL; p = p->pNext)
+            n++;
+        return n;
+    }
+};
+
+std::vector<int> KeysInIterationOrder(const CMap<int, int, CString, const CString&>& map)
+{
+    std::vector<int> keys;
+    POSITION pos = map.GetStartPosition();
+    while (pos != NULL) {
+        int key;
+        CString value;
+        map.GetNextAssoc(pos, key, value);
+        keys.push_back(key);
+    }
+    return keys;
+}
+
+TEST(CMapTest, SeventeenBucketsNewestFirstWithinABucket)
+{
+    ProbeMap map;
+    EXPECT_EQ(17u, map.GetHashTableSize());
+    // 0x10 and 0x120 share bucket 1 (hashes 1 and 18); 0x20 is alone in bucket 2.
+    map[0x20] = L"b";
+    map[0x10] = L"a1";
+    map[0x120] = L"a2";
+    EXPECT_EQ((std::vector<int>{0x120, 0x10, 0x20}), KeysInIterationOrder(map));
+}
+
+TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
+{
+    ProbeMap map;
+    EXPECT_EQ(nullptr, map.GetStartPosition());
+    std::set<int> expected;
+    for (int i = 0; i < 200; i += 3) {
+        map.SetAt(i, CString(L'v', i % 7));
+        expected.insert(i);
+    }
+    map.SetAt(3, L"replaced");
+    EXPECT_EQ(static_cast<INT_PTR>(expected.size()), map.GetCount());
+
+    CString value;
+    EXPECT_TRUE(map.Lookup(3, value));
+    EXPECT_STREQ(L"replaced", value);
+    EXPECT_FALSE(map.Lookup(4, value));
+    EXPECT_EQ(nullptr, map.PLookup(4));
+
+    EXPECT_TRUE(map.RemoveKey(6));
+    EXPECT_FALSE(map.RemoveKey(6));
+    expected.erase(6);
+    std::vector<int> keys = KeysInIterationOrder(map);
+    EXPECT_EQ(expected, std::set<int>(keys.begin(), keys.end()));
+    EXPECT_EQ(expected.size(), keys.size());
+
+    for (int key : expected)
+        EXPECT_TRUE(map.RemoveKey(key));
+    EXPECT_TRUE(map.IsEmpty());
+    EXPECT_EQ(0, map.Blocks());  // the last removal frees every block
+    map[1] = L"again";
+    EXPECT_STREQ(L"again", map[1]);
+}
+
+TEST(CMapTest, NodesComeInBlocksOfTheGivenSize)
+{
+    ProbeMap map(2);
+    for (int i = 0; i < 5; i++)
+        map[i] = L"x";
+    EXPECT_EQ(3, map.Blocks());
+    map.RemoveKey(0);
+    map[100] = L"reuses the freed node";
+    EXPECT_EQ(3, map.Blocks());
+
+    ProbeMap defaults;
+    for (int i = 0; i < 11; i++)
+        defaults[i] = L"x";
+    EXPECT_EQ(2, defaults.Blocks());
+}
+
+TEST(CMapTest, InitHashTableSetsTheBucketCount)
+{
+    ProbeMap map;
+    map.InitHashTable(101);
+    EXPECT_EQ(101u, map.GetHashTableSize());
+    for (int i = 0; i < 1000; i++)
+        map[i * 16] = L"x";
+    EXPECT_EQ(1000, map.GetCount());
+    CString value;
+    EXPECT_TRUE(map.Lookup(999 * 16, value));
+}
+
+TEST(CMapTest, StringKeysLookUpByPointer)
+{
+    CMap<CString, LPCWSTR, int, int> map;
+    map[L"one"] = 1;
+    map.SetAt(L"two", 2);
+    int value = 0;
+    EXPECT_TRUE(map.Lookup(L"two", value));
+    EXPECT_EQ(2, value);
+    EXPECT_FALSE(map.Lookup(L"One", value));  // keys are case-sensitive
+    CString key(L"one");
+    EXPECT_TRUE(map.RemoveKey(key));
+    EXPECT_EQ(1, map.GetCount());
+}
+
+}  // namespace
