@@ -11,8 +11,10 @@ TESVORUTIL_API bool MFailed(HRESULT hr, const wchar_t* context, UINT line);
 TESVORUTIL_API short UVLRGetSoftErrCode(HRESULT hr);
 
 // Formats the text and hands it to Corvel's MDebugTrace as its format, so the
-// text is formatted a second time there. The formatted text must stay below
-// 2048 characters. A channel below 0x10000 is a string-resource identifier.
+// text is formatted a second time there (a literal percent sign needs "%%%%").
+// Texts are cut at 2047 characters. A channel below 0x10000 is a string-resource
+// identifier looked up along the module chain; it reaches Corvel in the thread's
+// ANSI code page.
 TESVORUTIL_API void UVLRDebugOutputEx(const wchar_t* channel, const wchar_t* format, ...);
 
 // Does nothing (release behaviour).
