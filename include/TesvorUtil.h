@@ -9,3 +9,8 @@
 #include "MCUserNames.h"
 #include "MNOwnerUtils.h"
 #include "MCPictureHolder.h"
+#include "MCDll.h"
+#include "MCWTSDll.h"
+#include "MCAdvApi32Dll.h"
+#include "MCWTSSession.h"
+#include "KernelObjectNames.h"
