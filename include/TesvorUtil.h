@@ -14,3 +14,8 @@
 #include "MCAdvApi32Dll.h"
 #include "MCWTSSession.h"
 #include "KernelObjectNames.h"
+#include "MSXMLSupport.h"
+#include "MCXMLTypes.h"
+#include "MCXMLContainers.h"
+#include "MCUIScriptData.h"
+#include "MCXMLReader.h"
