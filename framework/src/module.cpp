@@ -1,11 +1,7 @@
 #include <afxwin.h>
 
-IMPLEMENT_DYNAMIC(CCmdTarget, CObject)
 IMPLEMENT_DYNAMIC(CWinApp, CCmdTarget)
 IMPLEMENT_DYNAMIC(CDynLinkLibrary, CCmdTarget)
-
-CCmdTarget::CCmdTarget() {}
-CCmdTarget::~CCmdTarget() {}
 
 namespace {
 
