@@ -19,3 +19,8 @@
 #include "MCXMLContainers.h"
 #include "MCUIScriptData.h"
 #include "MCXMLReader.h"
+#include "MCModuleVersion.h"
+#include "MNMemoryUtils.h"
+#include "MCEvtSinkAdvisor.h"
+#include "MNSystemAutorityHelper.h"
+#include "MNAci.h"
