@@ -20,7 +20,8 @@ public:
     ~ChildProcess()
     {
         if (m_process) {
-            if (::WaitForSingleObject(m_process, 0) == WAIT_TIMEOUT)
+            // A program that is about to end gets the time to do so cleanly.
+            if (::WaitForSingleObject(m_process, 5000) == WAIT_TIMEOUT)
                 ::TerminateProcess(m_process, 99);
             ::CloseHandle(m_process);
         }
