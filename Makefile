@@ -29,6 +29,7 @@ build32: bootstrap
 demo: build
 	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe check-id $$(cat samples/identifiers.txt) || true
 	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe check-email $$(cat samples/emails.txt) || true
+	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe dump Z:$(CURDIR)/samples/settings-dialog.xml
 
 test: build
 	cd $(BUILD) && $(WITH_DISPLAY) ctest --output-on-failure -j $(JOBS)

@@ -1,0 +1,111 @@
+// Times the UI description reader on generated descriptions:
+//   reader_bench DIR COUNT...   reads DIR\controls-COUNT.xml for each COUNT
+// and prints, per size, the DOM load (Open), the building of every record
+// (GetDialogData, both schema getters, the string table) and their ratio.
+// Each figure is the best of several runs.
+#include <TesvorUtil.h>
+#include <objbase.h>
+#include <cstdio>
+#include <cwchar>
+
+namespace {
+
+using FontTable = MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>;
+using ControlTable = MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>;
+using StringTable = MCOrderedMap<CString, const wchar_t*, CString, CString&>;
+
+const int kRuns = 5;
+
+double Seconds()
+{
+    static LARGE_INTEGER frequency = [] { LARGE_INTEGER f; QueryPerformanceFrequency(&f); return f; }();
+    LARGE_INTEGER now;
+    QueryPerformanceCounter(&now);
+    return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+template <class Map, class Value>
+void DeleteValues(Map& map)
+{
+    for (POSITION position = map.GetStartPosition(); position != nullptr;) {
+        CString key;
+        Value value = nullptr;
+        map.GetNextAssoc(position, key, value);
+        delete value;
+    }
+}
+
+// A caller that expects thousands of entries sizes its hash tables for them.
+UINT BucketsFor(int count) { return static_cast<UINT>(count) | 1u; }
+
+bool BuildEverything(MCXMLReader& reader, int count, double& seconds)
+{
+    MCUIWindowData window;
+    FontTable fonts;
+    ControlTable buttons;
+    StringTable strings;
+    fonts.InitHashTable(BucketsFor(count));
+    buttons.InitHashTable(BucketsFor(count));
+    strings.InitHashTable(BucketsFor(count));
+
+    const double start = Seconds();
+    const MEControlType button = static_cast<MEControlType>(3);
+    const bool ok = reader.GetDialogData(window) == S_OK && reader.GetAllFontsSchemaData(fonts) == S_OK &&
+                    reader.GetAllControlsSchemaDataByType(button, buttons) == S_OK &&
+                    reader.GetStringTableMap(strings) == S_OK;
+    seconds = Seconds() - start;
+
+    const bool complete = window.arrControls.GetSize() == count && fonts.GetCount() == count &&
+                          buttons.GetCount() == count && strings.GetCount() == count;
+    DeleteValues<FontTable, MCUIDataFont*>(fonts);
+    DeleteValues<ControlTable, MCUIDataControl*>(buttons);
+    if (!ok || !complete)
+        std::fwprintf(stderr, L"reading %d controls failed: %ls\n", count, static_cast<const wchar_t*>(reader.m_strError));
+    return ok && complete;
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv)
+{
+    if (argc < 3) {
+        std::fwprintf(stderr, L"usage: reader_bench DIR COUNT...\n");
+        return 2;
+    }
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    std::printf("%8s %12s %12s %8s\n", "controls", "load ms", "build ms", "ratio");
+    double previousBuild = 0;
+    int previousCount = 0;
+    int status = 0;
+    for (int i = 2; i < argc; ++i) {
+        const int count = _wtoi(argv[i]);
+        CString path;
+        path.Format(L"%s\\controls-%d.xml", argv[1], count);
+        double bestLoad = 1e9, bestBuild = 1e9;
+        for (int run = 0; run < kRuns; ++run) {
+            MCXMLReader reader;
+            double start = Seconds();
+            if (reader.Open(path, 0) != S_OK) {
+                std::fwprintf(stderr, L"cannot open %ls\n", static_cast<const wchar_t*>(path));
+                return 1;
+            }
+            const double load = Seconds() - start;
+            double build = 0;
+            if (!BuildEverything(reader, count, build)) {
+                status = 1;
+                break;
+            }
+            reader.Close();
+            bestLoad = load < bestLoad ? load : bestLoad;
+            bestBuild = build < bestBuild ? build : bestBuild;
+        }
+        std::printf("%8d %12.2f %12.2f %8.2f", count, bestLoad * 1000, bestBuild * 1000, bestBuild / bestLoad);
+        if (previousCount > 0)
+            std::printf("   build x%.1f for x%d controls", bestBuild / previousBuild, count / previousCount);
+        std::printf("\n");
+        previousBuild = bestBuild;
+        previousCount = count;
+    }
+    CoUninitialize();
+    return status;
+}

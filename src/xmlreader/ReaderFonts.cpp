@@ -1,0 +1,181 @@
+// Fonts, text styles and the font and controls schema tables of a UI description.
+#include "ReaderBuild.h"
+#include "MCUIDataControl.h"
+#include <cwchar>
+#include <new>
+
+namespace {
+
+// Stores a freshly built schema record under its name unless the name is taken:
+// the first definition of a schema wins. Returns false when the record was not
+// stored (the caller then still owns it).
+template <class Table, class Record>
+bool StoreFirstSchema(Table& table, Record* record, const wchar_t* operation, const wchar_t* tableName)
+{
+    Record* existing = nullptr;
+    if (table.Lookup(record->strSchema, existing)) {
+        // Composed for a debugger and otherwise dropped: a duplicate is not an error.
+        const CString duplicate = CString(operation) + L" - Duplicated schema for element " +
+                                  record->strSchema + L" was found in " + tableName + L" schema table";
+        (void)duplicate;
+        return false;
+    }
+    table.SetAt(record->strSchema, record);
+    return true;
+}
+
+}  // namespace
+
+HRESULT MCXMLReader::BuildMCUIDataFontFromNode(const IXMLDOMNodePtr& node, MCUIDataFont& font)
+{
+    return RunGuarded([&]() -> HRESULT {
+        IXMLDOMNamedNodeMapPtr attributes;
+        HRESULT hr = GetNamedNodeMap(node, attributes);
+        READER_RETURN_IF_FAILED(hr);
+        if (hr == S_OK) {
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"schema", font.strSchema));
+            hr = CreatePropertyFromAttribute(attributes, L"schemaonly", font.bSchemaOnly);
+            READER_RETURN_IF_FAILED(hr);
+            // Only an explicit schemaonly="1" skips the children; the record's own
+            // default (true) is not consulted.
+            if (hr == S_OK && font.bSchemaOnly)
+                return S_OK;
+        }
+
+        IXMLDOMNodePtr child;
+        hr = FindNodeInNode(L"textstyle", node, child);
+        READER_RETURN_IF_FAILED(hr);
+        if (hr == S_OK)
+            READER_RETURN_IF_FAILED(BuildMCSkinTextStyleFromNode(child, font.textStyle));
+        hr = FindNodeInNode(L"logfont", node, child);
+        READER_RETURN_IF_FAILED(hr);
+        if (hr == S_OK)
+            READER_RETURN_IF_FAILED(BuildLogFontFromNode(child, font.logFont));
+        return S_OK;
+    });
+}
+
+HRESULT MCXMLReader::BuildMCSkinTextStyleFromNode(const IXMLDOMNodePtr& node, MCSkinTextStyle& style)
+{
+    return RunGuarded([&]() -> HRESULT {
+        IXMLDOMNamedNodeMapPtr attributes;
+        HRESULT hr = GetNamedNodeMap(node, attributes);
+        if (hr != S_OK)
+            return FAILED(hr) ? hr : S_OK;
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"ellipsis", style.bEllipsis));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"righttoleft", style.bRightToLeft));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"argbeffectcolor", style.argbEffect));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"rgbtextcolor", style.rgbText));
+
+        // The enumerations of the byte-packed record may be unaligned: they are
+        // resolved into locals.
+        _bstr_t keyword;
+        hr = CreatePropertyFromAttribute(attributes, L"textflags", keyword);
+        READER_RETURN_IF_FAILED(hr);
+        if (hr == S_OK) {
+            MEFontFlags flags = style.eFlags;
+            READER_RETURN_IF_FAILED(ResolveFontFlagsFromAttribute(keyword, flags));
+            style.eFlags = flags;
+        }
+        hr = CreatePropertyFromAttribute(attributes, L"texteffect", keyword);
+        READER_RETURN_IF_FAILED(hr);
+        if (hr == S_OK) {
+            MEFontEffect effect = style.eEffect;
+            READER_RETURN_IF_FAILED(ResolveFontEffectFromAttribute(keyword, effect));
+            style.eEffect = effect;
+        }
+        return S_OK;
+    });
+}
+
+HRESULT MCXMLReader::BuildLogFontFromNode(const IXMLDOMNodePtr& node, LOGFONTW& logFont)
+{
+    return RunGuarded([&]() -> HRESULT {
+        IXMLDOMNamedNodeMapPtr attributes;
+        HRESULT hr = GetNamedNodeMap(node, attributes);
+        if (hr != S_OK)
+            return FAILED(hr) ? hr : S_OK;
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"height", logFont.lfHeight));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"width", logFont.lfWidth));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"escapement", logFont.lfEscapement));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"orientation", logFont.lfOrientation));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"italic", logFont.lfItalic));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"underline", logFont.lfUnderline));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"strikeout", logFont.lfStrikeOut));
+
+        CString faceName;
+        hr = CreatePropertyFromAttribute(attributes, L"facename", faceName);
+        READER_RETURN_IF_FAILED(hr);
+        // A name that does not fit the record with its terminator is left out.
+        if (hr == S_OK && faceName.GetLength() + 1 <= LF_FACESIZE)
+            wcscpy(logFont.lfFaceName, faceName);
+
+        _bstr_t keyword;
+        auto resolve = [&](const wchar_t* name, auto resolver, auto& field) -> HRESULT {
+            const HRESULT found = CreatePropertyFromAttribute(attributes, name, keyword);
+            if (found != S_OK)
+                return found;
+            return (this->*resolver)(keyword, field);
+        };
+        READER_RETURN_IF_FAILED(resolve(L"weight", &MCXMLReader::ResolveFontLogFontWeightFromAttribute, logFont.lfWeight));
+        READER_RETURN_IF_FAILED(resolve(L"charset", &MCXMLReader::ResolveFontLogFontCharsetFromAttribute, logFont.lfCharSet));
+        READER_RETURN_IF_FAILED(resolve(L"outprecision", &MCXMLReader::ResolveFontLogFontPrecisionFromAttribute, logFont.lfOutPrecision));
+        READER_RETURN_IF_FAILED(resolve(L"clipprecision", &MCXMLReader::ResolveFontLogFontPrecisionFromAttribute, logFont.lfClipPrecision));
+        READER_RETURN_IF_FAILED(resolve(L"quality", &MCXMLReader::ResolveFontLogFontQualityFromAttribute, logFont.lfQuality));
+
+        // Pitch and family always replace the field: an absent one counts as 0.
+        BYTE pitch = 0, family = 0;
+        READER_RETURN_IF_FAILED(resolve(L"pitch", &MCXMLReader::ResolveFontLogFontPitchFromAttribute, pitch));
+        READER_RETURN_IF_FAILED(resolve(L"family", &MCXMLReader::ResolveFontLogFontFamilyFromAttribute, family));
+        logFont.lfPitchAndFamily = pitch | family;
+        return S_OK;
+    });
+}
+
+HRESULT MCXMLReader::GetAllFontsSchemaData(MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>& fonts)
+{
+    return RunGuarded([&]() -> HRESULT {
+        if (!m_bOpen)
+            return E_FAIL;
+        IXMLDOMNodeListPtr nodes;
+        const HRESULT hr = FindNodesInDocument(L"root/fontschema/font", nodes);
+        if (hr != S_OK)
+            return FAILED(hr) ? hr : S_OK;
+        return ForEachNode(nodes, [&](const IXMLDOMNodePtr& node) -> HRESULT {
+            MCUIDataFont* font = new (std::nothrow) MCUIDataFont;
+            if (font == nullptr)
+                return E_OUTOFMEMORY;
+            const HRESULT built = BuildMCUIDataFontFromNode(node, *font);
+            if (FAILED(built) || !StoreFirstSchema(fonts, font, L"GetAllFontsSchemaData", L"font")) {
+                delete font;
+                return FAILED(built) ? built : S_OK;
+            }
+            return S_OK;
+        });
+    });
+}
+
+HRESULT MCXMLReader::GetAllControlsSchemaDataByType(const MEControlType& type,
+    MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>& controls)
+{
+    return RunGuarded([&]() -> HRESULT {
+        if (!m_bOpen)
+            return E_FAIL;
+        IXMLDOMNodeListPtr nodes;
+        const HRESULT hr = FindNodesInDocument(L"root/controlsschema/control", nodes);
+        if (hr != S_OK)
+            return FAILED(hr) ? hr : S_OK;
+        return ForEachNode(nodes, [&](const IXMLDOMNodePtr& node) -> HRESULT {
+            MCUIDataControl* control = new (std::nothrow) MCUIDataControl;
+            if (control == nullptr)
+                return E_OUTOFMEMORY;
+            const HRESULT built = BuildMCUIDataControlFromNode(node, *control);
+            if (FAILED(built) || control->eType != type ||
+                !StoreFirstSchema(controls, control, L"GetAllControlsSchemaDataByType", L"controls")) {
+                delete control;
+                return FAILED(built) ? built : S_OK;
+            }
+            return S_OK;
+        });
+    });
+}

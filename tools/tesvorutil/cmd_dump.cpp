@@ -1,0 +1,456 @@
+// tesvorutil dump FILE.xml [--json]: prints every record the UI description
+// reader builds from a description. The JSON shape is described in
+// docs/dump-format.md.
+#include "Commands.h"
+#include <TesvorUtil.h>
+#include <algorithm>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+namespace {
+
+using FontTable = MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>;
+using ControlTable = MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>;
+using StringTable = MCOrderedMap<CString, const wchar_t*, CString, CString&>;
+using StringTableById = MCMap<DWORD, DWORD, CString, CString&>;
+using Sections = MCOrderedMap<CString, const wchar_t*, StringTable*, StringTable*&>;
+
+// The last control type of the reader's keyword table.
+const int kLastControlType = 24;
+
+// Deletes the records that a map holds when it goes: the reader hands them to its caller.
+template <class Map, class Value>
+class OwningMap : public Map {
+public:
+    ~OwningMap()
+    {
+        for (POSITION position = this->GetStartPosition(); position != nullptr;) {
+            CString key;
+            Value value = nullptr;
+            this->GetNextAssoc(position, key, value);
+            delete value;
+        }
+    }
+};
+
+// Receives the records as a tree of named values; the text and JSON forms differ
+// only here.
+class Writer {
+public:
+    virtual ~Writer() = default;
+    virtual void Begin(const wchar_t* name, bool isArray) = 0;   // name null inside arrays
+    virtual void End(bool isArray) = 0;
+    virtual void String(const wchar_t* name, const wchar_t* value) = 0;
+    virtual void Number(const wchar_t* name, long long value) = 0;
+    virtual void Bool(const wchar_t* name, bool value) = 0;
+    virtual void Null(const wchar_t* name) = 0;
+    virtual void Numbers(const wchar_t* name, const std::vector<long long>& values) = 0;
+
+    const std::wstring& Text() const { return m_text; }
+
+protected:
+    std::wstring m_text;
+};
+
+class JsonWriter : public Writer {
+public:
+    void Begin(const wchar_t* name, bool isArray) override
+    {
+        Key(name);
+        m_text += isArray ? L'[' : L'{';
+        m_first.push_back(true);
+    }
+    void End(bool isArray) override
+    {
+        const bool empty = m_first.back();
+        m_first.pop_back();
+        if (!empty)
+            NewLine();
+        m_text += isArray ? L']' : L'}';
+        if (m_first.empty())
+            m_text += L'\n';
+    }
+    void String(const wchar_t* name, const wchar_t* value) override
+    {
+        Key(name);
+        Quoted(value);
+    }
+    void Number(const wchar_t* name, long long value) override
+    {
+        Key(name);
+        m_text += std::to_wstring(value);
+    }
+    void Bool(const wchar_t* name, bool value) override
+    {
+        Key(name);
+        m_text += value ? L"true" : L"false";
+    }
+    void Null(const wchar_t* name) override
+    {
+        Key(name);
+        m_text += L"null";
+    }
+    void Numbers(const wchar_t* name, const std::vector<long long>& values) override
+    {
+        Key(name);
+        m_text += L'[';
+        for (size_t i = 0; i < values.size(); ++i)
+            m_text += (i ? L", " : L"") + std::to_wstring(values[i]);
+        m_text += L']';
+    }
+
+private:
+    void NewLine()
+    {
+        m_text += L'\n';
+        m_text.append(2 * m_first.size(), L' ');
+    }
+    void Key(const wchar_t* name)
+    {
+        if (m_first.empty())
+            return;
+        if (!m_first.back())
+            m_text += L',';
+        m_first.back() = false;
+        NewLine();
+        if (name != nullptr) {
+            Quoted(name);
+            m_text += L": ";
+        }
+    }
+    void Quoted(const wchar_t* value)
+    {
+        m_text += L'"';
+        for (const wchar_t* c = value; *c; ++c) {
+            if (*c == L'"' || *c == L'\\') {
+                m_text += L'\\';
+                m_text += *c;
+            } else if (*c < 0x20) {
+                wchar_t escaped[8];
+                std::swprintf(escaped, 8, L"\\u%04x", static_cast<unsigned>(*c));
+                m_text += escaped;
+            } else {
+                m_text += *c;
+            }
+        }
+        m_text += L'"';
+    }
+
+    std::vector<bool> m_first;   // per open object or array: nothing written yet
+};
+
+class TextWriter : public Writer {
+public:
+    void Begin(const wchar_t* name, bool isArray) override
+    {
+        if (!m_index.empty()) {
+            Line(Label(name) + L":");
+        }
+        m_index.push_back(isArray ? 0 : -1);
+    }
+    void End(bool) override { m_index.pop_back(); }
+    void String(const wchar_t* name, const wchar_t* value) override { Line(Label(name) + L": \"" + value + L"\""); }
+    void Number(const wchar_t* name, long long value) override { Line(Label(name) + L": " + std::to_wstring(value)); }
+    void Bool(const wchar_t* name, bool value) override { Line(Label(name) + (value ? L": true" : L": false")); }
+    void Null(const wchar_t* name) override { Line(Label(name) + L": (none)"); }
+    void Numbers(const wchar_t* name, const std::vector<long long>& values) override
+    {
+        std::wstring line = Label(name) + L":";
+        for (size_t i = 0; i < values.size(); ++i)
+            line += (i ? L", " : L" ") + std::to_wstring(values[i]);
+        Line(line);
+    }
+
+private:
+    std::wstring Label(const wchar_t* name)
+    {
+        if (name != nullptr || m_index.empty() || m_index.back() < 0)
+            return name != nullptr ? name : L"";
+        return L"[" + std::to_wstring(m_index.back()++) + L"]";
+    }
+    void Line(const std::wstring& text)
+    {
+        m_text.append(2 * (m_index.empty() ? 0 : m_index.size() - 1), L' ');
+        m_text += text;
+        m_text += L'\n';
+    }
+
+    std::vector<int> m_index;   // per open level: next array index, or -1 in an object
+};
+
+std::vector<long long> RectValues(const CRect& rc) { return {rc.left, rc.top, rc.right, rc.bottom}; }
+
+void WriteFont(Writer& out, const wchar_t* name, const MCUIDataFont& font)
+{
+    out.Begin(name, false);
+    out.Bool(L"bSchemaOnly", font.bSchemaOnly);
+    out.String(L"strSchema", font.strSchema);
+    const MCSkinTextStyle& style = font.textStyle;
+    out.Begin(L"textStyle", false);
+    out.Number(L"eEffect", style.eEffect);
+    out.Numbers(L"rgbText", {style.rgbText.red, style.rgbText.green, style.rgbText.blue});
+    out.Numbers(L"argbEffect", {style.argbEffect.red, style.argbEffect.green, style.argbEffect.blue,
+                                style.argbEffect.alpha});
+    out.Number(L"eFlags", style.eFlags);
+    out.Bool(L"bRightToLeft", style.bRightToLeft);
+    out.Bool(L"bEllipsis", style.bEllipsis);
+    out.End(false);
+    const LOGFONTW& lf = font.logFont;
+    out.Begin(L"logFont", false);
+    out.Number(L"lfHeight", lf.lfHeight);
+    out.Number(L"lfWidth", lf.lfWidth);
+    out.Number(L"lfEscapement", lf.lfEscapement);
+    out.Number(L"lfOrientation", lf.lfOrientation);
+    out.Number(L"lfWeight", lf.lfWeight);
+    out.Number(L"lfItalic", lf.lfItalic);
+    out.Number(L"lfUnderline", lf.lfUnderline);
+    out.Number(L"lfStrikeOut", lf.lfStrikeOut);
+    out.Number(L"lfCharSet", lf.lfCharSet);
+    out.Number(L"lfOutPrecision", lf.lfOutPrecision);
+    out.Number(L"lfClipPrecision", lf.lfClipPrecision);
+    out.Number(L"lfQuality", lf.lfQuality);
+    out.Number(L"lfPitchAndFamily", lf.lfPitchAndFamily);
+    out.String(L"lfFaceName", CString(lf.lfFaceName, static_cast<int>(wcsnlen(lf.lfFaceName, LF_FACESIZE))));
+    out.End(false);
+    out.End(false);
+}
+
+void WriteControlFields(Writer& out, const MCUIDataControl& control)
+{
+    out.Number(L"eType", control.eType);
+    out.String(L"strSchema", control.strSchema);
+    out.String(L"strIDS", control.strIDS);
+    out.String(L"strSkinObjName", control.strSkinObjName);
+    out.Bool(L"bActualSize", control.bActualSize);
+    out.Number(L"dwIDV", control.dwIDV);
+    out.Number(L"eWindowType", control.eWindowType);
+    out.Bool(L"bEnabled", control.bEnabled);
+    out.String(L"strToolTip", control.strToolTip);
+    out.Number(L"dwToolTipID", control.dwToolTipID);
+    out.Number(L"eState", control.eState);
+    WriteFont(out, L"font", control.font);
+    out.String(L"strText", control.strText);
+    out.Number(L"dwTextID", control.dwTextID);
+    out.Numbers(L"rcRect", RectValues(control.rcRect));
+    out.Bool(L"bVisible", control.bVisible);
+    out.String(L"strSkinPhObjPath", control.strSkinPhObjPath);
+    out.Numbers(L"rcAnchors", RectValues(control.rcAnchors));
+    out.Number(L"nCxMin", control.nCxMin);
+    out.Number(L"nCyMin", control.nCyMin);
+    out.Number(L"nCxMax", control.nCxMax);
+    out.Number(L"nCyMax", control.nCyMax);
+    out.Bool(L"bAutoSkin", control.bAutoSkin);
+    out.Number(L"dwSt", control.dwSt);
+    out.Number(L"dwStEx", control.dwStEx);
+    out.String(L"strAdditional", control.strAdditional);
+    out.Number(L"dwReserved", control.dwReserved);
+}
+
+void WriteControl(Writer& out, const wchar_t* name, const MCUIDataControl& control)
+{
+    out.Begin(name, false);
+    WriteControlFields(out, control);
+    out.End(false);
+}
+
+void WriteWindow(Writer& out, const MCUIWindowData& window)
+{
+    out.Begin(L"window", false);
+    WriteControlFields(out, window);
+    out.Begin(L"arrControls", true);
+    for (INT_PTR i = 0; i < window.arrControls.GetSize(); ++i)
+        WriteControl(out, nullptr, *window.arrControls[i]);
+    out.End(true);
+    out.String(L"strSkinForm", window.strSkinForm);
+    out.Number(L"eMoveType", window.eMoveType);
+    out.Number(L"eResizeType", window.eResizeType);
+    out.Begin(L"footer", false);
+    out.String(L"strStatus", window.footer.strStatus);
+    out.Number(L"dwStatusID", window.footer.dwStatusID);
+    out.End(false);
+    out.End(false);
+}
+
+// Keys of a hash map in ascending order, so that the output does not depend on hashing.
+template <class Key, class Value, class Map, class Less>
+std::vector<Key> SortedKeys(const Map& map, Less less)
+{
+    std::vector<Key> keys;
+    for (POSITION position = map.GetStartPosition(); position != nullptr;) {
+        Key key;
+        Value value{};
+        map.GetNextAssoc(position, key, value);
+        keys.push_back(key);
+    }
+    std::sort(keys.begin(), keys.end(), less);
+    return keys;
+}
+
+bool TextLess(const CString& a, const CString& b) { return wcscmp(a, b) < 0; }
+
+// Everything the reader builds from one description, read in one go.
+struct Description {
+    bool hasWindow = false;
+    MCUIWindowData window;
+    OwningMap<FontTable, MCUIDataFont*> fontSchemas;
+    OwningMap<ControlTable, MCUIDataControl*> controlSchemas[kLastControlType + 1];
+    bool hasScript = false;
+    MCUIScriptData script;
+    StringTable stringTable;
+    StringTableById stringTableById;
+    OwningMap<Sections, StringTable*> freeData;
+};
+
+HRESULT Read(MCXMLReader& reader, const wchar_t* path, Description& d)
+{
+    HRESULT hr = reader.Open(path, 0);
+    if (FAILED(hr))
+        return hr;
+    hr = reader.GetDialogData(d.window);
+    if (FAILED(hr))
+        return hr;
+    d.hasWindow = hr == S_OK;
+    if (FAILED(hr = reader.GetAllFontsSchemaData(d.fontSchemas)))
+        return hr;
+    for (int type = 1; type <= kLastControlType; ++type) {
+        const MEControlType controlType = static_cast<MEControlType>(type);
+        if (FAILED(hr = reader.GetAllControlsSchemaDataByType(controlType, d.controlSchemas[type])))
+            return hr;
+    }
+    if (FAILED(hr = reader.GetScriptData(d.script)))
+        return hr;
+    d.hasScript = hr == S_OK;
+    if (FAILED(hr = reader.GetStringTableMap(d.stringTable)))
+        return hr;
+    if (FAILED(hr = reader.GetStringTableMapByID(d.stringTableById)))
+        return hr;
+    if (FAILED(hr = reader.GetAllFreedataSectionTables(d.freeData)))
+        return hr;
+    return S_OK;
+}
+
+void WriteOrderedStrings(Writer& out, const wchar_t* name, const StringTable& table)
+{
+    out.Begin(name, false);
+    for (INT_PTR i = 0; i < table.GetKeyCount(); ++i) {
+        const CString& key = table.GetKeyAt(i);
+        CString value;
+        table.Lookup(key, value);
+        out.String(key, value);
+    }
+    out.End(false);
+}
+
+void WriteDescription(Writer& out, const Description& d)
+{
+    out.Begin(nullptr, false);
+    if (d.hasWindow)
+        WriteWindow(out, d.window);
+    else
+        out.Null(L"window");
+
+    out.Begin(L"fontSchemas", false);
+    for (const CString& name : SortedKeys<CString, MCUIDataFont*>(d.fontSchemas, TextLess)) {
+        MCUIDataFont* font = nullptr;
+        d.fontSchemas.Lookup(name, font);
+        WriteFont(out, name, *font);
+    }
+    out.End(false);
+
+    out.Begin(L"controlSchemas", false);
+    for (int type = 1; type <= kLastControlType; ++type) {
+        const ControlTable& table = d.controlSchemas[type];
+        if (table.IsEmpty())
+            continue;
+        out.Begin(std::to_wstring(type).c_str(), false);
+        for (const CString& name : SortedKeys<CString, MCUIDataControl*>(table, TextLess)) {
+            MCUIDataControl* control = nullptr;
+            table.Lookup(name, control);
+            WriteControl(out, name, *control);
+        }
+        out.End(false);
+    }
+    out.End(false);
+
+    if (d.hasScript)
+        out.String(L"script", d.script.strFile);
+    else
+        out.Null(L"script");
+
+    WriteOrderedStrings(out, L"stringTable", d.stringTable);
+    out.Begin(L"stringTableById", false);
+    for (DWORD id : SortedKeys<DWORD, CString>(d.stringTableById, [](DWORD a, DWORD b) { return a < b; })) {
+        CString text;
+        d.stringTableById.Lookup(id, text);
+        out.String(std::to_wstring(id).c_str(), text);
+    }
+    out.End(false);
+
+    out.Begin(L"freeData", false);
+    for (INT_PTR i = 0; i < d.freeData.GetKeyCount(); ++i) {
+        const CString& name = d.freeData.GetKeyAt(i);
+        StringTable* section = nullptr;
+        d.freeData.Lookup(name, section);
+        WriteOrderedStrings(out, name, *section);
+    }
+    out.End(false);
+    out.End(false);
+}
+
+// A console gets wide text; a file or pipe gets UTF-8.
+void Write(DWORD stdHandle, const std::wstring& text)
+{
+    const HANDLE handle = GetStdHandle(stdHandle);
+    DWORD written = 0;
+    if (GetFileType(handle) == FILE_TYPE_CHAR &&
+        WriteConsoleW(handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr))
+        return;
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                         nullptr, 0, nullptr, nullptr);
+    std::string utf8(size, '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &utf8[0], size,
+                        nullptr, nullptr);
+    WriteFile(handle, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
+}
+
+int RunDump(int argc, wchar_t** argv)
+{
+    const wchar_t* path = nullptr;
+    bool json = false;
+    for (int i = 0; i < argc; ++i) {
+        if (wcscmp(argv[i], L"--json") == 0)
+            json = true;
+        else if (path == nullptr && argv[i][0] != L'-')
+            path = argv[i];
+        else
+            return tesvorutil::UsageError(L"dump");
+    }
+    if (path == nullptr)
+        return tesvorutil::UsageError(L"dump");
+
+    MCXMLReader reader;
+    Description description;
+    const HRESULT hr = Read(reader, path, description);
+    if (FAILED(hr)) {
+        CString message;
+        message.Format(L"dump: %s: 0x%08lX %s\n", path, static_cast<unsigned long>(hr),
+                       static_cast<const wchar_t*>(reader.m_strError));
+        Write(STD_ERROR_HANDLE, static_cast<const wchar_t*>(message));
+        return tesvorutil::ExitInvalid;
+    }
+    reader.Close();
+
+    JsonWriter jsonWriter;
+    TextWriter textWriter;
+    Writer& out = json ? static_cast<Writer&>(jsonWriter) : textWriter;
+    WriteDescription(out, description);
+    Write(STD_OUTPUT_HANDLE, out.Text());
+    return tesvorutil::ExitOk;
+}
+
+}  // namespace
+
+TESVOR_REGISTER_COMMAND(dump, {L"dump", L"FILE.xml [--json]",
+                               L"print every record the UI description reader builds from FILE",
+                               RunDump})
