@@ -34,3 +34,8 @@
 #include "MCTesvorUninstallerInstance.h"
 #include "MCInstanceResponseImpl.h"
 #include "MCTesvorInstanceImpl.h"
+#include "MCSkinTextStyle.h"
+#include "MCUIDataFont.h"
+#include "MCUIDataControl.h"
+#include "MCUIFooterData.h"
+#include "MCUIWindowData.h"
