@@ -2,7 +2,8 @@
 // of a font). Byte-packed: the applications store it as it lies in memory, with
 // the two colour records following each other byte by byte.
 #pragma once
-#include "MCXMLReader.h"
+#include <afxwin.h>
+#include "MCXMLTypes.h"
 
 #pragma pack(push, 1)
 struct MCSkinTextStyle {

@@ -5,7 +5,8 @@
 #include <afxwin.h>
 #include "MCUIDataFont.h"
 
-struct MCUIDataControl {
+class MCUIDataControl {
+public:
     MEControlType eType;              // "type"
     CString strSchema;                // "schema"
     CString strIDS;                   // "ids"

@@ -4,7 +4,8 @@
 #include <cstring>
 #include "MCSkinTextStyle.h"
 
-struct MCUIDataFont {
+class MCUIDataFont {
+public:
     bool bSchemaOnly;            // "schemaonly"
     CString strSchema;           // "schema"
     MCSkinTextStyle textStyle;   // child "textstyle"

@@ -2,7 +2,8 @@
 #pragma once
 #include <afx.h>
 
-struct MCUIFooterData {
+class MCUIFooterData {
+public:
     CString strStatus;   // "status"
     DWORD dwStatusID;    // "statusid"
 

@@ -7,6 +7,7 @@
 #pragma once
 #include "MCUIDataControl.h"
 #include "MCUIFooterData.h"
+#include "MCXMLContainers.h"
 #include "TesvorUtilExport.h"
 
 class TESVORUTIL_API MCUIWindowData : public MCUIDataControl {

@@ -187,7 +187,9 @@ HRESULT MCXMLReader::GetAllWindowControls(MCArray<MCUIDataControl*>& controls)
         const HRESULT hr = FindNodesInDocument(L"root/window/control", nodes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
-        return ForEachNode(nodes, [&](const IXMLDOMNodePtr& node) -> HRESULT {
+        const long count = NodeCount(nodes);
+        for (long i = 0; i < count; ++i) {
+            const IXMLDOMNodePtr node = NodeAt(nodes, i);
             MCUIDataControl* control = new (std::nothrow) MCUIDataControl;
             if (control == nullptr)
                 return E_OUTOFMEMORY;
@@ -197,7 +199,7 @@ HRESULT MCXMLReader::GetAllWindowControls(MCArray<MCUIDataControl*>& controls)
                 return built;
             }
             controls.Add(control);
-            return S_OK;
-        });
+        }
+        return S_OK;
     });
 }

@@ -141,17 +141,20 @@ HRESULT MCXMLReader::GetAllFontsSchemaData(MCMap<CString, const wchar_t*, MCUIDa
         const HRESULT hr = FindNodesInDocument(L"root/fontschema/font", nodes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
-        return ForEachNode(nodes, [&](const IXMLDOMNodePtr& node) -> HRESULT {
+        const long count = NodeCount(nodes);
+        for (long i = 0; i < count; ++i) {
+            const IXMLDOMNodePtr node = NodeAt(nodes, i);
             MCUIDataFont* font = new (std::nothrow) MCUIDataFont;
             if (font == nullptr)
                 return E_OUTOFMEMORY;
             const HRESULT built = BuildMCUIDataFontFromNode(node, *font);
             if (FAILED(built) || !StoreFirstSchema(fonts, font, L"GetAllFontsSchemaData", L"font")) {
                 delete font;
-                return FAILED(built) ? built : S_OK;
+                if (FAILED(built))
+                    return built;
             }
-            return S_OK;
-        });
+        }
+        return S_OK;
     });
 }
 
@@ -165,7 +168,9 @@ HRESULT MCXMLReader::GetAllControlsSchemaDataByType(const MEControlType& type,
         const HRESULT hr = FindNodesInDocument(L"root/controlsschema/control", nodes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
-        return ForEachNode(nodes, [&](const IXMLDOMNodePtr& node) -> HRESULT {
+        const long count = NodeCount(nodes);
+        for (long i = 0; i < count; ++i) {
+            const IXMLDOMNodePtr node = NodeAt(nodes, i);
             MCUIDataControl* control = new (std::nothrow) MCUIDataControl;
             if (control == nullptr)
                 return E_OUTOFMEMORY;
@@ -173,9 +178,10 @@ HRESULT MCXMLReader::GetAllControlsSchemaDataByType(const MEControlType& type,
             if (FAILED(built) || control->eType != type ||
                 !StoreFirstSchema(controls, control, L"GetAllControlsSchemaDataByType", L"controls")) {
                 delete control;
-                return FAILED(built) ? built : S_OK;
+                if (FAILED(built))
+                    return built;
             }
-            return S_OK;
-        });
+        }
+        return S_OK;
     });
 }
