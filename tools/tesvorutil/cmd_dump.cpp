@@ -2,6 +2,7 @@
 // reader builds from a description. The JSON shape is described in
 // docs/dump-format.md.
 #include "Commands.h"
+#include "Output.h"
 #include <TesvorUtil.h>
 #include <algorithm>
 #include <cwchar>
@@ -398,22 +399,6 @@ void WriteDescription(Writer& out, const Description& d)
     out.End(false);
 }
 
-// A console gets wide text; a file or pipe gets UTF-8.
-void Write(DWORD stdHandle, const std::wstring& text)
-{
-    const HANDLE handle = GetStdHandle(stdHandle);
-    DWORD written = 0;
-    if (GetFileType(handle) == FILE_TYPE_CHAR &&
-        WriteConsoleW(handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr))
-        return;
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                         nullptr, 0, nullptr, nullptr);
-    std::string utf8(size, '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), &utf8[0], size,
-                        nullptr, nullptr);
-    WriteFile(handle, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
-}
-
 int RunDump(int argc, wchar_t** argv)
 {
     const wchar_t* path = nullptr;
@@ -433,10 +418,8 @@ int RunDump(int argc, wchar_t** argv)
     Description description;
     const HRESULT hr = Read(reader, path, description);
     if (FAILED(hr)) {
-        CString message;
-        message.Format(L"dump: %s: 0x%08lX %s\n", path, static_cast<unsigned long>(hr),
-                       static_cast<const wchar_t*>(reader.m_strError));
-        Write(STD_ERROR_HANDLE, static_cast<const wchar_t*>(message));
+        tesvorutil::PrintErr(L"dump: %s: 0x%08lX %s\n", path, static_cast<unsigned long>(hr),
+                             static_cast<const wchar_t*>(reader.m_strError));
         return tesvorutil::ExitInvalid;
     }
     reader.Close();
@@ -445,7 +428,7 @@ int RunDump(int argc, wchar_t** argv)
     TextWriter textWriter;
     Writer& out = json ? static_cast<Writer&>(jsonWriter) : textWriter;
     WriteDescription(out, description);
-    Write(STD_OUTPUT_HANDLE, out.Text());
+    tesvorutil::WriteOut(out.Text().c_str());
     return tesvorutil::ExitOk;
 }
 
