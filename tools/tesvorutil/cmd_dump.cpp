@@ -128,9 +128,10 @@ private:
                 m_text += L'\\';
                 m_text += *c;
             } else if (*c < 0x20) {
-                wchar_t escaped[8];
-                std::swprintf(escaped, 8, L"\\u%04x", static_cast<unsigned>(*c));
-                m_text += escaped;
+                static const wchar_t digits[] = L"0123456789abcdef";
+                m_text += L"\\u00";
+                m_text += digits[*c >> 4];
+                m_text += digits[*c & 0xF];
             } else {
                 m_text += *c;
             }
@@ -290,6 +291,22 @@ std::vector<Key> SortedKeys(const Map& map, Less less)
 
 bool TextLess(const CString& a, const CString& b) { return wcscmp(a, b) < 0; }
 
+// The reader's DOM document lives in the calling thread's COM apartment.
+class ComApartment {
+public:
+    ComApartment() : m_hr(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
+    ~ComApartment()
+    {
+        if (SUCCEEDED(m_hr))
+            CoUninitialize();
+    }
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+
+private:
+    HRESULT m_hr;
+};
+
 // Everything the reader builds from one description, read in one go.
 struct Description {
     bool hasWindow = false;
@@ -414,6 +431,7 @@ int RunDump(int argc, wchar_t** argv)
     if (path == nullptr)
         return tesvorutil::UsageError(L"dump");
 
+    ComApartment apartment;
     MCXMLReader reader;
     Description description;
     const HRESULT hr = Read(reader, path, description);
