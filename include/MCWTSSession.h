@@ -39,7 +39,6 @@ private:
     MCWTSSession& operator=(const MCWTSSession&);
 
     bool CreateNotifyWindow();
-    void DestroyNotifyWindow();
     static LRESULT CALLBACK NotifyWindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 
     MIWTSSessionNotify* m_pNotify;

@@ -28,9 +28,11 @@ MCWTSSession::~MCWTSSession()
 {
     if (m_wts)
         m_wts.WTSUnRegisterSessionNotification(m_hWnd);
-    // The window and its class go with the object, so that a later session
-    // object of the same process can make them again.
-    DestroyNotifyWindow();
+    // The hidden window and its class outlive the object (so a later session
+    // object of the process cannot register the class again); the window only
+    // stops pointing at this object.
+    if (m_hWnd)
+        ::SetWindowLongPtrW(m_hWnd, GWLP_USERDATA, 0);
     if (s_pInstance == this)
         s_pInstance = NULL;
 }
@@ -112,18 +114,6 @@ bool MCWTSSession::CreateNotifyWindow()
     }
     ::UnregisterClassW(kNotifyWindowClass, ProcessInstance());
     return false;
-}
-
-void MCWTSSession::DestroyNotifyWindow()
-{
-    if (!m_hWnd)
-        return;
-    // Another thread cannot destroy the window; it then at least stops
-    // reaching this object.
-    ::SetWindowLongPtrW(m_hWnd, GWLP_USERDATA, 0);
-    if (::DestroyWindow(m_hWnd))
-        ::UnregisterClassW(kNotifyWindowClass, ProcessInstance());
-    m_hWnd = NULL;
 }
 
 LRESULT CALLBACK MCWTSSession::NotifyWindowProc(HWND hWnd, UINT message, WPARAM wParam,

@@ -258,7 +258,18 @@ TEST(InstanceGuard, GuardThatOwnsTheSessionHelperDeletesIt)
     EXPECT_EQ(nullptr, MCAppInstance::s_pWtsSes);
     MCTesvorUninstallerInstance next;
     EXPECT_EQ(MCWTSSession::Instance(), MCAppInstance::s_pWtsSes);
-    EXPECT_EQ(1, MCAppInstance::s_pWtsSes->Init()) << "the helper makes its window again";
+
+    // The old hidden window and its class stay behind, so the new helper cannot
+    // register the class again.
+    HWND leftover = ::FindWindowW(L"vlrwtsseswndclass", NULL);
+    if (leftover) {
+        EXPECT_EQ(0, ::GetWindowLongPtrW(leftover, GWLP_USERDATA));
+        EXPECT_EQ(0, MCAppInstance::s_pWtsSes->Init());
+        // Clear them away so that later tests of this process start afresh.
+        ::DestroyWindow(leftover);
+        ::UnregisterClassW(L"vlrwtsseswndclass", ::GetModuleHandleW(NULL));
+    }
+    EXPECT_EQ(1, MCAppInstance::s_pWtsSes->Init());
 }
 
 TEST(InstanceGuard, BringFrontNeedsCommandTitleAndWindow)
