@@ -305,7 +305,11 @@ void MCDC::Init(CDC* pDC, int cx, int cy)
     HDC hReference = pDC->GetSafeHdc();
     if (!Attach(::CreateCompatibleDC(hReference)))
         return;
-    m_hBitmap = ::CreateCompatibleBitmap(hReference, cx, cy);
+    // A surface of no area gets no bitmap. The system would hand out its shared
+    // 1-by-1 placeholder for a zero size, and some versions a bitmap of the absolute
+    // size for a negative one; neither is a picture of the size asked for.
+    if (cx > 0 && cy > 0)
+        m_hBitmap = ::CreateCompatibleBitmap(hReference, cx, cy);
     if (m_hBitmap != NULL)
         m_hOldBitmap = static_cast<HBITMAP>(::SelectObject(m_hDC, m_hBitmap));
     m_nWidth = cx;
@@ -370,8 +374,10 @@ void MCDC::DrawFrame(COLORREF crColor, int nWidth)
 
 bool MCDC::Mirror()
 {
+    // Without a bitmap the stored size can be anything the caller asked for
+    // (a failed huge surface): there are no pixels to visit.
     const int half = m_nWidth / 2;
-    if (half < 1)
+    if (half < 1 || m_hBitmap == NULL)
         return true;
     for (int x = half; x >= 1; --x) {
         const int partner = 2 * half - x;

@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+#include <afxcmn.h>
+#include "DrawingTestSupport.h"
+
+namespace {
+
+TEST(AfxliteGdi, TemporariesMatchTheObjectTypeAndNeverOwnTheHandle)
+{
+    HBRUSH hBrush = ::CreateSolidBrush(RGB(1, 2, 3));
+    HFONT hFont = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+    HPALETTE hPalette = static_cast<HPALETTE>(::GetStockObject(DEFAULT_PALETTE));
+    struct Case { HGDIOBJ handle; CRuntimeClass* cls; } cases[] = {
+        {hBrush, RUNTIME_CLASS(CBrush)}, {hFont, RUNTIME_CLASS(CFont)}, {hPalette, RUNTIME_CLASS(CPalette)}};
+    for (const Case& c : cases) {
+        CGdiObject* temp = CGdiObject::FromHandle(c.handle);
+        ASSERT_NE(temp, nullptr);
+        EXPECT_TRUE(temp->IsKindOf(c.cls));
+        EXPECT_EQ(temp, CGdiObject::FromHandle(c.handle));  // one temporary per handle
+    }
+    EXPECT_EQ(CGdiObject::FromHandle(NULL), nullptr);
+    AfxLockTempMaps();
+    EXPECT_FALSE(AfxUnlockTempMaps());
+    EXPECT_EQ(::GetObjectType(hBrush), static_cast<DWORD>(OBJ_BRUSH));
+    EXPECT_TRUE(::DeleteObject(hBrush));
+
+    // A permanent wrapper is what FromHandle finds, until it lets go.
+    CBrush owned;
+    ASSERT_TRUE(owned.CreateSolidBrush(RGB(9, 9, 9)));
+    HGDIOBJ hOwned = owned.m_hObject;
+    EXPECT_EQ(CGdiObject::FromHandle(hOwned), &owned);
+    EXPECT_TRUE(owned.DeleteObject());
+    EXPECT_EQ(owned.m_hObject, nullptr);
+    CBrush* volatile noBrush = nullptr;  // framework code asks null pointers for handles
+    EXPECT_EQ(noBrush->GetSafeHandle(), nullptr);
+}
+
+TEST(AfxliteGdi, DeviceContextsAttachDetachAndSelect)
+{
+    CDC dc;
+    EXPECT_FALSE(dc.Attach(NULL));
+    ASSERT_TRUE(dc.CreateCompatibleDC(nullptr));
+    EXPECT_EQ(dc.m_hDC, dc.m_hAttribDC);
+    EXPECT_EQ(CDC::FromHandle(dc.m_hDC), &dc);
+    EXPECT_GT(dc.GetDeviceCaps(BITSPIXEL), 0);
+
+    CBitmap bitmap;
+    CClientDC screen(nullptr);
+    ASSERT_TRUE(bitmap.CreateCompatibleBitmap(&screen, 4, 4));
+    CBitmap* old = dc.SelectObject(&bitmap);
+    ASSERT_NE(old, nullptr);
+    dc.FillSolidRect(0, 0, 4, 4, RGB(0, 128, 0));
+    EXPECT_EQ(dc.GetPixel(3, 3), RGB(0, 128, 0));
+    EXPECT_EQ(dc.SetPixel(1, 1, RGB(255, 0, 0)), RGB(255, 0, 0));
+    EXPECT_EQ(dc.GetCurrentBitmap(), &bitmap);
+    dc.SelectObject(old);
+
+    HDC hDC = dc.Detach();
+    EXPECT_EQ(dc.m_hDC, nullptr);
+    EXPECT_EQ(dc.m_hAttribDC, nullptr);
+    EXPECT_NE(CDC::FromHandle(hDC), &dc);  // a temporary now
+    EXPECT_TRUE(::DeleteDC(hDC));
+    CDC::DeleteTempMap();
+    EXPECT_FALSE(dc.DeleteDC());
+
+    CWnd* desktop = CWnd::FromHandle(::GetDesktopWindow());
+    ASSERT_NE(desktop, nullptr);
+    EXPECT_EQ(desktop->GetSafeHwnd(), ::GetDesktopWindow());
+    EXPECT_EQ(CWnd::FromHandlePermanent(::GetDesktopWindow()), nullptr);
+    CWnd::DeleteTempMap();  // never destroys the window it wrapped
+    EXPECT_TRUE(::IsWindow(::GetDesktopWindow()));
+    CWnd* volatile noWindow = nullptr;
+    EXPECT_EQ(noWindow->GetSafeHwnd(), nullptr);
+}
+
+TEST(AfxliteFile, WritesReadsSeeksAndReportsErrors)
+{
+    CString path = DrawingOutputPath(L"afxlite-file.bin");
+    {
+        CFile file(path, CFile::modeCreate | CFile::modeWrite);
+        file.Write("abcdef", 6);
+        EXPECT_EQ(file.GetLength(), 6u);
+        EXPECT_EQ(file.GetFileName(), CString(L"afxlite-file.bin"));
+    }
+    CFile file;
+    ASSERT_TRUE(file.Open(path, CFile::modeRead));
+    char buffer[8] = {};
+    file.Seek(2, CFile::begin);
+    EXPECT_EQ(file.Read(buffer, 8), 4u);
+    EXPECT_STREQ(buffer, "cdef");
+    EXPECT_THROW(
+        {
+            try {
+                file.Write("x", 1);  // opened for reading only
+            } catch (CFileException* e) {
+                EXPECT_EQ(e->m_cause, CFileException::accessDenied);
+                e->Delete();
+                throw 1;
+            }
+        },
+        int);
+    file.Close();
+    EXPECT_EQ(file.m_hFile, CFile::hFileNull);
+    ::DeleteFileW(path);
+
+    CFileException error;
+    EXPECT_FALSE(file.Open(DrawingOutputPath(L"missing\\none.bin"), CFile::modeRead, &error));
+    EXPECT_EQ(error.m_cause, CFileException::badPath);
+}
+
+TEST(AfxliteImageList, CreatesAddsAndDetaches)
+{
+    CImageList list;
+    ASSERT_TRUE(list.Create(2, 2, ILC_COLOR32 | ILC_MASK, 1, 1));
+    CBitmap bitmap;
+    CClientDC screen(nullptr);
+    ASSERT_TRUE(bitmap.CreateCompatibleBitmap(&screen, 4, 2));
+    EXPECT_EQ(list.Add(&bitmap, RGB(255, 0, 255)), 0);
+    EXPECT_EQ(list.GetImageCount(), 2);
+    HIMAGELIST hList = list.Detach();
+    EXPECT_EQ(list.GetSafeHandle(), nullptr);
+    EXPECT_TRUE(::ImageList_Destroy(hList));
+}
+
+}  // namespace
