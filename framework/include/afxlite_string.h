@@ -34,6 +34,8 @@ public:
     CString& operator=(wchar_t ch);
 
     int GetLength() const { return GetData()->nDataLength; }
+    // Characters the buffer holds without growing; 0 for a string never given storage.
+    int GetAllocLength() const { return GetData()->nAllocLength; }
     bool IsEmpty() const { return GetData()->nDataLength == 0; }
     void Empty();
     wchar_t GetAt(int nIndex) const;
