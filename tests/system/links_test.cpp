@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
-#include "ImportPatch.h"
+#include "ScopedImportHook.h"
 #include "MNInternetUtils.h"
 #include "MRunUtils.h"
 #include "RegistryTestKey.h"
@@ -72,7 +72,7 @@ class ShellTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(m_shell.Installed());
+        ASSERT_TRUE(m_shell.Hooked());
         g_shellCalls.clear();
         g_shellResult = 42;
         RedirectClassesRoot(L"Classes");
@@ -117,8 +117,7 @@ protected:
 
     RegistryTestKey m_testKey;
     std::unique_ptr<ScopedKey> m_classes;
-    ScopedImportPatch m_shell{L"TesvorUtil.dll", "shell32.dll", "ShellExecuteW",
-                              reinterpret_cast<void*>(&FakeShellExecuteW)};
+    ScopedImportHook m_shell{TesvorUtilModule(), "shell32.dll", "ShellExecuteW", &FakeShellExecuteW};
 };
 
 }  // namespace
@@ -249,9 +248,8 @@ TEST_F(ShellTest, UnopenableCommandKeyFallsBackToThePlainLink)
 
 TEST(DialUpTest, ReportsTheSystemError)
 {
-    ScopedImportPatch dial(L"TesvorUtil.dll", "wininet.dll", "InternetAttemptConnect",
-                           reinterpret_cast<void*>(&FakeInternetAttemptConnect));
-    ASSERT_TRUE(dial.Installed());
+    ScopedImportHook dial(TesvorUtilModule(), "wininet.dll", "InternetAttemptConnect", &FakeInternetAttemptConnect);
+    ASSERT_TRUE(dial.Hooked());
 
     DWORD error = 77;
     g_dialResult = ERROR_SUCCESS;

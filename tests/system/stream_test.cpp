@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <climits>
 #include <cstring>
-#include "ImportPatch.h"
+#include "ScopedImportHook.h"
 #include "MCStreamMan.h"
 
 namespace {
@@ -255,13 +255,12 @@ protected:
     {
         s_stream = &m_stream;
         s_createResult = S_OK;
-        ASSERT_TRUE(m_patch.Installed());
+        ASSERT_TRUE(m_patch.Hooked());
     }
     void TearDown() override { EXPECT_EQ(1u, m_stream.m_refs); }
 
     ScriptedStream m_stream;
-    ScopedImportPatch m_patch{L"TesvorUtil.dll", "ole32.dll", "CreateStreamOnHGlobal",
-                              reinterpret_cast<void*>(&FakeCreateStreamOnHGlobal)};
+    ScopedImportHook m_patch{TesvorUtilModule(), "ole32.dll", "CreateStreamOnHGlobal", &FakeCreateStreamOnHGlobal};
 };
 ScriptedStream* ScriptedStreamTest::s_stream = NULL;
 HRESULT ScriptedStreamTest::s_createResult = S_OK;
