@@ -2,7 +2,9 @@
 //   reader_bench DIR COUNT...   reads DIR\controls-COUNT.xml for each COUNT
 // and prints, per size, the DOM load (Open), the building of every record
 // (GetDialogData, both schema getters, the string table) and their ratio.
-// Each figure is the best of several runs.
+// Each figure is the best of several runs: at least kMinRuns, and for the small
+// sizes as many more as fit in kMinSeconds, so that a busy machine disturbs the
+// short measurements less.
 #include <TesvorUtil.h>
 #include <objbase.h>
 #include <cstdio>
@@ -14,7 +16,9 @@ using FontTable = MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>;
 using ControlTable = MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>;
 using StringTable = MCOrderedMap<CString, const wchar_t*, CString, CString&>;
 
-const int kRuns = 5;
+const int kMinRuns = 5;
+const int kMaxRuns = 100;
+const double kMinSeconds = 3.0;
 
 double Seconds()
 {
@@ -82,7 +86,8 @@ int wmain(int argc, wchar_t** argv)
         CString path;
         path.Format(L"%s\\controls-%d.xml", argv[1], count);
         double bestLoad = 1e9, bestBuild = 1e9;
-        for (int run = 0; run < kRuns; ++run) {
+        const double sizeStart = Seconds();
+        for (int run = 0; run < kMaxRuns && (run < kMinRuns || Seconds() - sizeStart < kMinSeconds); ++run) {
             MCXMLReader reader;
             double start = Seconds();
             if (reader.Open(path, 0) != S_OK) {
