@@ -14,6 +14,8 @@ public:
     HIMAGELIST GetSafeHandle() const { return AfxLiteIsNullObject(this) ? NULL : m_hImageList; }
 
     BOOL Create(int cx, int cy, UINT nFlags, int nInitial, int nGrow);
+    // From a bitmap strip in the resource chain; crMask is the transparent colour.
+    BOOL Create(UINT nBitmapID, int cx, int nGrow, COLORREF crMask);
     BOOL Attach(HIMAGELIST hImageList);
     HIMAGELIST Detach();
     BOOL DeleteImageList();

@@ -6,3 +6,4 @@
 #include "afxlite_module.h"
 #include "afxlite_gdi.h"
 #include "afxlite_wnd.h"
+#include "afxlite_ctrl.h"
