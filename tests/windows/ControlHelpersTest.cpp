@@ -214,9 +214,24 @@ TEST_F(ControlHelpers, ComboDropWidthFitsTheLongestItem)
     EXPECT_EQ(widestItem(hCombo) + edges, dropWidth(hCombo));
 }
 
+// Remembers the flags of the last position change it was asked to make.
+class PositionRecorder : public CButton {
+public:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_WINDOWPOSCHANGING)
+            lastFlags = reinterpret_cast<WINDOWPOS*>(lParam)->flags;
+        return CButton::WindowProc(message, wParam, lParam);
+    }
+    UINT lastFlags = 0;
+};
+
 TEST_F(ControlHelpers, DeferredMovesThroughWindowObjects)
 {
+    PositionRecorder recorder;
+    ASSERT_TRUE(recorder.SubclassDlgItem(IDC_BUTTON, &m_dialog));
     CWnd* pButton = m_dialog.GetDlgItem(IDC_BUTTON);
+    ASSERT_EQ(&recorder, pButton);
     CWnd* pStatic = m_dialog.GetDlgItem(IDC_STATIC_TEXT);
     {
         MCDeferPos batch(2);
@@ -225,11 +240,20 @@ TEST_F(ControlHelpers, DeferredMovesThroughWindowObjects)
     }
     EXPECT_EQ(CRect(10, 20, 110, 70), MUIUtils::GetWinRect(&m_dialog, pButton, true));
     EXPECT_EQ(CRect(5, 6, 35, 46), MUIUtils::GetWinRect(&m_dialog, pStatic, true));
+    // No z-order, no activation, no owner order, and no redraw.
+    EXPECT_EQ(0x21Cu, recorder.lastFlags & 0x21Cu);
     {
         MCDeferPos batch;
         EXPECT_TRUE(batch.MoveWindow(pButton, 1, 2, 3, 4, TRUE));
     }
     EXPECT_EQ(CRect(1, 2, 4, 6), MUIUtils::GetWinRect(&m_dialog, pButton, true));
+    EXPECT_EQ(0x214u, recorder.lastFlags & 0x21Cu);
+
+    // Unsubclassed, the button is a temporary again.
+    HWND hButton = recorder.GetSafeHwnd();
+    EXPECT_EQ(hButton, recorder.UnsubclassWindow());
+    EXPECT_NE(&recorder, m_dialog.GetDlgItem(IDC_BUTTON));
+    EXPECT_EQ(nullptr, recorder.m_hWnd);
 }
 
 TEST(UIUnits, PixelsAndTwipsAtScreenResolution)
