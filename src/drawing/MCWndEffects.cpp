@@ -1,4 +1,5 @@
 #include "MCWndEffects.h"
+#include "system/ProcBinding.h"
 
 namespace {
 
@@ -9,14 +10,6 @@ typedef HDESK(WINAPI* OpenInputDesktopProc)(DWORD, BOOL, ACCESS_MASK);
 // Read objects, create window, hook control, enumerate, write objects.
 const ACCESS_MASK kInputDesktopAccess = DESKTOP_READOBJECTS | DESKTOP_CREATEWINDOW | DESKTOP_HOOKCONTROL |
                                         DESKTOP_ENUMERATE | DESKTOP_WRITEOBJECTS;
-
-template <class Proc>
-Proc LookUp(HMODULE hModule, const char* name)
-{
-    if (hModule == NULL)
-        return NULL;
-    return reinterpret_cast<Proc>(reinterpret_cast<void (*)()>(::GetProcAddress(hModule, name)));
-}
 
 // Both effects need a layered window. The previous style must read as a positive
 // number, so a window that had no extended style at all is refused here even
@@ -42,24 +35,24 @@ MCWndEffects::~MCWndEffects()
 
 BOOL MCWndEffects::SetEffects_TransparentWnd(HWND hWnd, BYTE nAlpha)
 {
-    auto setAttributes = LookUp<SetLayeredWindowAttributesProc>(m_hUser32, "SetLayeredWindowAttributes");
-    if (setAttributes == NULL || !MakeLayered(hWnd))
+    SetLayeredWindowAttributesProc setAttributes;
+    if (!BindProc(m_hUser32, "SetLayeredWindowAttributes", setAttributes) || !MakeLayered(hWnd))
         return FALSE;
     return setAttributes(hWnd, 0, nAlpha, LWA_ALPHA);
 }
 
 BOOL MCWndEffects::SetEffects_AnimateWindow(HWND hWnd, DWORD dwTime, DWORD dwFlags)
 {
-    auto animate = LookUp<AnimateWindowProc>(m_hUser32, "AnimateWindow");
-    if (animate == NULL || !MakeLayered(hWnd))
+    AnimateWindowProc animate;
+    if (!BindProc(m_hUser32, "AnimateWindow", animate) || !MakeLayered(hWnd))
         return FALSE;
     return animate(hWnd, dwTime, dwFlags);
 }
 
 bool MCWndEffects::IsDesktopActive()
 {
-    auto openInputDesktop = LookUp<OpenInputDesktopProc>(m_hUser32, "OpenInputDesktop");
-    if (openInputDesktop == NULL)
+    OpenInputDesktopProc openInputDesktop;
+    if (!BindProc(m_hUser32, "OpenInputDesktop", openInputDesktop))
         return true;
     HDESK hDesk = openInputDesktop(0, FALSE, kInputDesktopAccess);
     if (hDesk == NULL)
