@@ -29,7 +29,7 @@ class BuildersTest : public ::testing::Test {
 protected:
     void Open(const wchar_t* file)
     {
-        ASSERT_EQ(S_OK, reader.Open(TestDataPath(CString(L"xmlreader\\builders\\") + file), 0));
+        ASSERT_EQ(S_OK, reader.Open(TestDataPath(CString(L"xmlreader\\dialogs\\") + file), 0));
     }
     const MCUIDataControl* ControlByIds(const MCUIWindowData& window, const wchar_t* ids)
     {
