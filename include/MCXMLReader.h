@@ -155,6 +155,12 @@ private:
                                 MCOrderedMap<CString, const wchar_t*, CString, CString&>& table,
                                 const wchar_t* duplicatePrefix);
 
+    // Reads two text attributes of a table entry: S_OK when both are present,
+    // S_FALSE when the entry has no attributes or lacks either one (it is then
+    // skipped), a failure as it came.
+    HRESULT ReadEntryTexts(const IXMLDOMNodePtr& entry, const _bstr_t& keyName,
+                           const _bstr_t& valueName, CString& key, CString& value);
+
     // Duplicate keys are not errors: the first definition stays and the notice
     // composed for the dropped one goes nowhere.
     static void DropDuplicateNotice(const CString& notice);

@@ -42,25 +42,12 @@ HRESULT MCXMLReader::GetStringTableMap(MCOrderedMap<CString, const wchar_t*, CSt
         if (found != S_OK)
             return found;
         for (long i = 0, count = NodeCount(entries); i < count; ++i) {
-            IXMLDOMNamedNodeMapPtr attributes;
-            HRESULT read = GetNamedNodeMap(NodeAt(entries, i), attributes);
+            CString id, text;
+            HRESULT read = ReadEntryTexts(NodeAt(entries, i), L"id", L"text", id, text);
             if (FAILED(read))
                 return read;
             if (read != S_OK)
                 continue;
-            CString id, text;
-            read = CreatePropertyFromAttribute(attributes, L"id", id);
-            if (read != S_OK) {
-                if (FAILED(read))
-                    return read;
-                continue;
-            }
-            read = CreatePropertyFromAttribute(attributes, L"text", text);
-            if (read != S_OK) {
-                if (FAILED(read))
-                    return read;
-                continue;
-            }
             if (table.PLookup(id) != NULL) {
                 DropDuplicateNotice(L"GetStringTableMap - Duplicated id for element " + text +
                                     L" was found in string table");
@@ -168,25 +155,12 @@ HRESULT MCXMLReader::ReadFreedataEntries(const IXMLDOMNodePtr& section,
         if (found != S_OK)
             return found;
         for (long i = 0, count = NodeCount(entries); i < count; ++i) {
-            IXMLDOMNamedNodeMapPtr attributes;
-            HRESULT read = GetNamedNodeMap(NodeAt(entries, i), attributes);
+            CString name, value;
+            HRESULT read = ReadEntryTexts(NodeAt(entries, i), L"name", L"value", name, value);
             if (FAILED(read))
                 return read;
             if (read != S_OK)
                 continue;
-            CString name, value;
-            read = CreatePropertyFromAttribute(attributes, L"name", name);
-            if (read != S_OK) {
-                if (FAILED(read))
-                    return read;
-                continue;
-            }
-            read = CreatePropertyFromAttribute(attributes, L"value", value);
-            if (read != S_OK) {
-                if (FAILED(read))
-                    return read;
-                continue;
-            }
             if (table.PLookup(name) != NULL) {
                 DropDuplicateNotice(duplicatePrefix + name + L" was found in freedata table");
                 continue;
@@ -278,4 +252,17 @@ HRESULT MCXMLReader::GetAllFreedataSectionTables(
     });
     MFailed(hr, L"", __LINE__);
     return hr;
+}
+
+HRESULT MCXMLReader::ReadEntryTexts(const IXMLDOMNodePtr& entry, const _bstr_t& keyName,
+                                    const _bstr_t& valueName, CString& key, CString& value)
+{
+    IXMLDOMNamedNodeMapPtr attributes;
+    HRESULT read = GetNamedNodeMap(entry, attributes);
+    if (read != S_OK)
+        return read;
+    read = CreatePropertyFromAttribute(attributes, keyName, key);
+    if (read != S_OK)
+        return read;
+    return CreatePropertyFromAttribute(attributes, valueName, value);
 }
