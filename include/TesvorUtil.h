@@ -19,6 +19,8 @@
 #include "MSXMLSupport.h"
 #include "MCXMLTypes.h"
 #include "MCXMLContainers.h"
+#include "MNUIName.h"
+#include "MNUIFormat.h"
 #include "MCUIScriptData.h"
 #include "MCXMLReader.h"
 #include "MCModuleVersion.h"

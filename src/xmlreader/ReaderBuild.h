@@ -1,6 +1,8 @@
 // Shared by the record builders of the reader.
 #pragma once
 #include "MCXMLReader.h"
+#include "MNUIName.h"
+#include <initializer_list>
 
 // Ends the enclosing builder with the result of the first conversion that fails.
 #define READER_RETURN_IF_FAILED(expr)          \
@@ -10,3 +12,15 @@
             return hrConversion_;              \
     } while (0)
 
+// A path of element names from the document element ("root/window/control"), as
+// the node queries take it.
+inline _bstr_t ElementPath(std::initializer_list<const wchar_t*> names)
+{
+    CString path;
+    for (const wchar_t* name : names) {
+        if (!path.IsEmpty())
+            path += L'/';
+        path += name;
+    }
+    return _bstr_t(static_cast<const wchar_t*>(path));
+}

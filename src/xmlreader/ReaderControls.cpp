@@ -53,7 +53,7 @@ HRESULT MCXMLReader::GetDialogData(MCUIWindowData& window)
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodePtr node;
-        const HRESULT hr = FindNodeInDocument(L"root/window", node);
+        const HRESULT hr = FindNodeInDocument(ElementPath({MNUIName::root, MNUIName::window}), node);
         if (hr != S_OK)
             return hr;
         return BuildMCUIWindowDataFromNode(node, window);
@@ -69,13 +69,13 @@ HRESULT MCXMLReader::BuildMCUIWindowDataFromNode(const IXMLDOMNodePtr& node, MCU
         HRESULT hr = GetNamedNodeMap(node, attributes);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK) {
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"skinform", window.strSkinForm));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::skinform, window.strSkinForm));
             _bstr_t keyword;
-            hr = CreatePropertyFromAttribute(attributes, L"move", keyword);
+            hr = CreatePropertyFromAttribute(attributes, MNUIName::move, keyword);
             READER_RETURN_IF_FAILED(hr);
             if (hr == S_OK)
                 READER_RETURN_IF_FAILED(ResolveWindowMoveTypeFromAttribute(keyword, window.eMoveType));
-            hr = CreatePropertyFromAttribute(attributes, L"resize", keyword);
+            hr = CreatePropertyFromAttribute(attributes, MNUIName::resize, keyword);
             READER_RETURN_IF_FAILED(hr);
             if (hr == S_OK)
                 READER_RETURN_IF_FAILED(ResolveControlResizeTypeFromAttribute(keyword, window.eResizeType));
@@ -84,7 +84,7 @@ HRESULT MCXMLReader::BuildMCUIWindowDataFromNode(const IXMLDOMNodePtr& node, MCU
         READER_RETURN_IF_FAILED(GetAllWindowControls(window.arrControls));
 
         IXMLDOMNodePtr footer;
-        hr = FindNodeInNode(L"footer", node, footer);
+        hr = FindNodeInNode(MNUIName::footer, node, footer);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK)
             READER_RETURN_IF_FAILED(BuildMCUIFooterDataFromNode(footer, window.footer));
@@ -98,57 +98,57 @@ HRESULT MCXMLReader::BuildMCUIDataControlFromNode(const IXMLDOMNodePtr& node, MC
 {
     return RunGuarded([&]() -> HRESULT {
         auto readAttributes = [&](const IXMLDOMNamedNodeMapPtr& attributes) -> HRESULT {
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"schema", control.strSchema));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"ids", control.strIDS));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"idv", control.dwIDV));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"enabled", control.bEnabled));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"tooltip", control.strToolTip));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"tooltipid", control.dwToolTipID));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"text", control.strText));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"textid", control.dwTextID));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"rect", control.rcRect));
-            READER_RETURN_IF_FAILED(CreateRectExPropertyFromAttribute(attributes, L"rectex", control.rcRect));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"visible", control.bVisible));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"st", control.dwSt));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"stex", control.dwStEx));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"skinobjname", control.strSkinObjName));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"actualsize", control.bActualSize));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::schema, control.strSchema));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::ids, control.strIDS));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::idv, control.dwIDV));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::enabled, control.bEnabled));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::tooltip, control.strToolTip));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::tooltipid, control.dwToolTipID));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::text, control.strText));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::textid, control.dwTextID));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::rect, control.rcRect));
+            READER_RETURN_IF_FAILED(CreateRectExPropertyFromAttribute(attributes, MNUIName::rectex, control.rcRect));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::visible, control.bVisible));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::st, control.dwSt));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::stex, control.dwStEx));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::skinobjname, control.strSkinObjName));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::actualsize, control.bActualSize));
 
             _bstr_t keyword;
-            HRESULT hr = CreatePropertyFromAttribute(attributes, L"type", keyword);
+            HRESULT hr = CreatePropertyFromAttribute(attributes, MNUIName::type, keyword);
             READER_RETURN_IF_FAILED(hr);
             if (hr == S_OK)
                 READER_RETURN_IF_FAILED(ResolveControlTypeFromAttribute(keyword, control.eType));
-            hr = CreatePropertyFromAttribute(attributes, L"state", keyword);
+            hr = CreatePropertyFromAttribute(attributes, MNUIName::state, keyword);
             READER_RETURN_IF_FAILED(hr);
             if (hr == S_OK)
                 READER_RETURN_IF_FAILED(ResolveControlStateFromAttribute(keyword, control.eState));
 
             bool windowless = false;
-            hr = CreatePropertyFromAttribute(attributes, L"windowless", windowless);
+            hr = CreatePropertyFromAttribute(attributes, MNUIName::windowless, windowless);
             READER_RETURN_IF_FAILED(hr);
             if (hr == S_OK)
                 READER_RETURN_IF_FAILED(ResolveControlWindowTypeFromValue(windowless, control.eWindowType));
 
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"autoskin", control.bAutoSkin));
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"skinphobjpath", control.strSkinPhObjPath));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::autoskin, control.bAutoSkin));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::skinphobjpath, control.strSkinPhObjPath));
             if (control.strSkinPhObjPath.IsEmpty()) {
                 CString anchors;
-                hr = CreatePropertyFromAttribute(attributes, L"anchorss", anchors);
+                hr = CreatePropertyFromAttribute(attributes, MNUIName::anchorss, anchors);
                 READER_RETURN_IF_FAILED(hr);
                 if (hr == S_OK) {
                     control.rcAnchors = AnchorsFromLetters(anchors);
                 } else {
-                    hr = CreatePropertyFromAttribute(attributes, L"anchorsv", anchors);
+                    hr = CreatePropertyFromAttribute(attributes, MNUIName::anchorsv, anchors);
                     READER_RETURN_IF_FAILED(hr);
                     control.rcAnchors = hr == S_OK ? AnchorsFromNumbers(anchors) : CRect(0, 0, 0, 0);
                 }
-                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"cxmin", control.nCxMin));
-                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"cymin", control.nCyMin));
-                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"cxmax", control.nCxMax));
-                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"cymax", control.nCyMax));
+                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::cxmin, control.nCxMin));
+                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::cymin, control.nCyMin));
+                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::cxmax, control.nCxMax));
+                READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::cymax, control.nCyMax));
             }
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"additional", control.strAdditional));
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::additional, control.strAdditional));
             return S_OK;
         };
 
@@ -159,7 +159,7 @@ HRESULT MCXMLReader::BuildMCUIDataControlFromNode(const IXMLDOMNodePtr& node, MC
             READER_RETURN_IF_FAILED(readAttributes(attributes));
 
         IXMLDOMNodePtr font;
-        hr = FindNodeInNode(L"font", node, font);
+        hr = FindNodeInNode(MNUIName::font, node, font);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK)
             READER_RETURN_IF_FAILED(BuildMCUIDataFontFromNode(font, control.font));
@@ -174,8 +174,8 @@ HRESULT MCXMLReader::BuildMCUIFooterDataFromNode(const IXMLDOMNodePtr& node, MCU
         const HRESULT hr = GetNamedNodeMap(node, attributes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"status", footer.strStatus));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"statusid", footer.dwStatusID));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::status, footer.strStatus));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::statusid, footer.dwStatusID));
         return S_OK;
     });
 }
@@ -184,7 +184,7 @@ HRESULT MCXMLReader::GetAllWindowControls(MCArray<MCUIDataControl*>& controls)
 {
     return RunGuarded([&]() -> HRESULT {
         IXMLDOMNodeListPtr nodes;
-        const HRESULT hr = FindNodesInDocument(L"root/window/control", nodes);
+        const HRESULT hr = FindNodesInDocument(ElementPath({MNUIName::root, MNUIName::window, MNUIName::control}), nodes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
         const long count = NodeCount(nodes);

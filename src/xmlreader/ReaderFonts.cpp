@@ -33,8 +33,8 @@ HRESULT MCXMLReader::BuildMCUIDataFontFromNode(const IXMLDOMNodePtr& node, MCUID
         HRESULT hr = GetNamedNodeMap(node, attributes);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK) {
-            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"schema", font.strSchema));
-            hr = CreatePropertyFromAttribute(attributes, L"schemaonly", font.bSchemaOnly);
+            READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::schema, font.strSchema));
+            hr = CreatePropertyFromAttribute(attributes, MNUIName::schemaonly, font.bSchemaOnly);
             READER_RETURN_IF_FAILED(hr);
             // Only an explicit schemaonly="1" skips the children; the record's own
             // default (true) is not consulted.
@@ -43,11 +43,11 @@ HRESULT MCXMLReader::BuildMCUIDataFontFromNode(const IXMLDOMNodePtr& node, MCUID
         }
 
         IXMLDOMNodePtr child;
-        hr = FindNodeInNode(L"textstyle", node, child);
+        hr = FindNodeInNode(MNUIName::textstyle, node, child);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK)
             READER_RETURN_IF_FAILED(BuildMCSkinTextStyleFromNode(child, font.textStyle));
-        hr = FindNodeInNode(L"logfont", node, child);
+        hr = FindNodeInNode(MNUIName::logfont, node, child);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK)
             READER_RETURN_IF_FAILED(BuildLogFontFromNode(child, font.logFont));
@@ -62,22 +62,22 @@ HRESULT MCXMLReader::BuildMCSkinTextStyleFromNode(const IXMLDOMNodePtr& node, MC
         HRESULT hr = GetNamedNodeMap(node, attributes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"ellipsis", style.bEllipsis));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"righttoleft", style.bRightToLeft));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"argbeffectcolor", style.argbEffect));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"rgbtextcolor", style.rgbText));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::ellipsis, style.bEllipsis));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::righttoleft, style.bRightToLeft));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::argbeffectcolor, style.argbEffect));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::rgbtextcolor, style.rgbText));
 
         // The enumerations of the byte-packed record may be unaligned: they are
         // resolved into locals.
         _bstr_t keyword;
-        hr = CreatePropertyFromAttribute(attributes, L"textflags", keyword);
+        hr = CreatePropertyFromAttribute(attributes, MNUIName::textflags, keyword);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK) {
             MEFontFlags flags = style.eFlags;
             READER_RETURN_IF_FAILED(ResolveFontFlagsFromAttribute(keyword, flags));
             style.eFlags = flags;
         }
-        hr = CreatePropertyFromAttribute(attributes, L"texteffect", keyword);
+        hr = CreatePropertyFromAttribute(attributes, MNUIName::texteffect, keyword);
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK) {
             MEFontEffect effect = style.eEffect;
@@ -95,16 +95,16 @@ HRESULT MCXMLReader::BuildLogFontFromNode(const IXMLDOMNodePtr& node, LOGFONTW& 
         HRESULT hr = GetNamedNodeMap(node, attributes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"height", logFont.lfHeight));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"width", logFont.lfWidth));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"escapement", logFont.lfEscapement));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"orientation", logFont.lfOrientation));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"italic", logFont.lfItalic));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"underline", logFont.lfUnderline));
-        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, L"strikeout", logFont.lfStrikeOut));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::height, logFont.lfHeight));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::width, logFont.lfWidth));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::escapement, logFont.lfEscapement));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::orientation, logFont.lfOrientation));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::italic, logFont.lfItalic));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::underline, logFont.lfUnderline));
+        READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::strikeout, logFont.lfStrikeOut));
 
         CString faceName;
-        hr = CreatePropertyFromAttribute(attributes, L"facename", faceName);
+        hr = CreatePropertyFromAttribute(attributes, MNUIName::facename, faceName);
         READER_RETURN_IF_FAILED(hr);
         // A name that does not fit the record with its terminator is left out.
         if (hr == S_OK && faceName.GetLength() + 1 <= LF_FACESIZE)
@@ -117,16 +117,16 @@ HRESULT MCXMLReader::BuildLogFontFromNode(const IXMLDOMNodePtr& node, LOGFONTW& 
                 return found;
             return (this->*resolver)(keyword, field);
         };
-        READER_RETURN_IF_FAILED(resolve(L"weight", &MCXMLReader::ResolveFontLogFontWeightFromAttribute, logFont.lfWeight));
-        READER_RETURN_IF_FAILED(resolve(L"charset", &MCXMLReader::ResolveFontLogFontCharsetFromAttribute, logFont.lfCharSet));
-        READER_RETURN_IF_FAILED(resolve(L"outprecision", &MCXMLReader::ResolveFontLogFontPrecisionFromAttribute, logFont.lfOutPrecision));
-        READER_RETURN_IF_FAILED(resolve(L"clipprecision", &MCXMLReader::ResolveFontLogFontPrecisionFromAttribute, logFont.lfClipPrecision));
-        READER_RETURN_IF_FAILED(resolve(L"quality", &MCXMLReader::ResolveFontLogFontQualityFromAttribute, logFont.lfQuality));
+        READER_RETURN_IF_FAILED(resolve(MNUIName::weight, &MCXMLReader::ResolveFontLogFontWeightFromAttribute, logFont.lfWeight));
+        READER_RETURN_IF_FAILED(resolve(MNUIName::charset, &MCXMLReader::ResolveFontLogFontCharsetFromAttribute, logFont.lfCharSet));
+        READER_RETURN_IF_FAILED(resolve(MNUIName::outprecision, &MCXMLReader::ResolveFontLogFontPrecisionFromAttribute, logFont.lfOutPrecision));
+        READER_RETURN_IF_FAILED(resolve(MNUIName::clipprecision, &MCXMLReader::ResolveFontLogFontPrecisionFromAttribute, logFont.lfClipPrecision));
+        READER_RETURN_IF_FAILED(resolve(MNUIName::quality, &MCXMLReader::ResolveFontLogFontQualityFromAttribute, logFont.lfQuality));
 
         // Pitch and family always replace the field: an absent one counts as 0.
         BYTE pitch = 0, family = 0;
-        READER_RETURN_IF_FAILED(resolve(L"pitch", &MCXMLReader::ResolveFontLogFontPitchFromAttribute, pitch));
-        READER_RETURN_IF_FAILED(resolve(L"family", &MCXMLReader::ResolveFontLogFontFamilyFromAttribute, family));
+        READER_RETURN_IF_FAILED(resolve(MNUIName::pitch, &MCXMLReader::ResolveFontLogFontPitchFromAttribute, pitch));
+        READER_RETURN_IF_FAILED(resolve(MNUIName::family, &MCXMLReader::ResolveFontLogFontFamilyFromAttribute, family));
         logFont.lfPitchAndFamily = pitch | family;
         return S_OK;
     });
@@ -138,7 +138,7 @@ HRESULT MCXMLReader::GetAllFontsSchemaData(MCMap<CString, const wchar_t*, MCUIDa
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodeListPtr nodes;
-        const HRESULT hr = FindNodesInDocument(L"root/fontschema/font", nodes);
+        const HRESULT hr = FindNodesInDocument(ElementPath({MNUIName::root, MNUIName::fontschema, MNUIName::font}), nodes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
         const long count = NodeCount(nodes);
@@ -165,7 +165,7 @@ HRESULT MCXMLReader::GetAllControlsSchemaDataByType(const MEControlType& type,
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodeListPtr nodes;
-        const HRESULT hr = FindNodesInDocument(L"root/controlsschema/control", nodes);
+        const HRESULT hr = FindNodesInDocument(ElementPath({MNUIName::root, MNUIName::controlsschema, MNUIName::control}), nodes);
         if (hr != S_OK)
             return FAILED(hr) ? hr : S_OK;
         const long count = NodeCount(nodes);

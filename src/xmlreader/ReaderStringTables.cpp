@@ -1,5 +1,5 @@
 // String tables, free data and the script reference of a description.
-#include "MCXMLReader.h"
+#include "ReaderBuild.h"
 #include "TesvorFunctions.h"
 #include <memory>
 
@@ -9,7 +9,7 @@ HRESULT MCXMLReader::GetScriptData(MCUIScriptData& data)
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodePtr node;
-        HRESULT found = FindNodeInDocument(L"root/script", node);
+        HRESULT found = FindNodeInDocument(ElementPath({MNUIName::root, MNUIName::script}), node);
         if (found != S_OK)
             return found;
         return BuildMCUIScriptDataFromNode(node, data);
@@ -25,7 +25,7 @@ HRESULT MCXMLReader::BuildMCUIScriptDataFromNode(const IXMLDOMNodePtr& node, MCU
         HRESULT listed = GetNamedNodeMap(node, attributes);
         if (listed != S_OK)
             return FAILED(listed) ? listed : S_OK;
-        HRESULT read = CreatePropertyFromAttribute(attributes, L"file", data.strFile);
+        HRESULT read = CreatePropertyFromAttribute(attributes, MNUIName::file, data.strFile);
         return FAILED(read) ? read : S_OK;
     });
     MFailed(hr, L"", __LINE__);
@@ -38,12 +38,12 @@ HRESULT MCXMLReader::GetStringTableMap(MCOrderedMap<CString, const wchar_t*, CSt
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodeListPtr entries;
-        HRESULT found = FindNodesInDocument(L"root/str_table/entry", entries);
+        HRESULT found = FindNodesInDocument(ElementPath({MNUIName::root, MNUIName::str_table, MNUIName::entry}), entries);
         if (found != S_OK)
             return found;
         for (long i = 0, count = NodeCount(entries); i < count; ++i) {
             CString id, text;
-            HRESULT read = ReadEntryTexts(NodeAt(entries, i), L"id", L"text", id, text);
+            HRESULT read = ReadEntryTexts(NodeAt(entries, i), MNUIName::id, MNUIName::text, id, text);
             if (FAILED(read))
                 return read;
             if (read != S_OK)
@@ -67,7 +67,7 @@ HRESULT MCXMLReader::GetStringTableMapByID(MCMap<DWORD, DWORD, CString, CString&
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodeListPtr entries;
-        HRESULT found = FindNodesInDocument(L"root/str_table_id/entry", entries);
+        HRESULT found = FindNodesInDocument(ElementPath({MNUIName::root, MNUIName::str_table_id, MNUIName::entry}), entries);
         if (found != S_OK)
             return found;
         for (long i = 0, count = NodeCount(entries); i < count; ++i) {
@@ -80,18 +80,18 @@ HRESULT MCXMLReader::GetStringTableMapByID(MCMap<DWORD, DWORD, CString, CString&
             // An entry without "id" is skipped; one whose "id" is not a number
             // ends the table with the number reader's result.
             _bstr_t idText;
-            read = FindAttributeInNode(L"id", attributes, idText);
+            read = FindAttributeInNode(MNUIName::id, attributes, idText);
             if (read != S_OK) {
                 if (FAILED(read))
                     return read;
                 continue;
             }
             DWORD id = 0;
-            read = CreatePropertyFromAttribute(attributes, L"id", id);
+            read = CreatePropertyFromAttribute(attributes, MNUIName::id, id);
             if (read != S_OK)
                 return read;
             CString text;
-            read = CreatePropertyFromAttribute(attributes, L"text", text);
+            read = CreatePropertyFromAttribute(attributes, MNUIName::text, text);
             if (read != S_OK) {
                 if (FAILED(read))
                     return read;
@@ -117,7 +117,7 @@ HRESULT MCXMLReader::GetFreedataTableNodeBySectionName(const CString& name, IXML
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodeListPtr sections;
-        HRESULT result = FindNodesInDocument(L"root/freedata/section", sections);
+        HRESULT result = FindNodesInDocument(ElementPath({MNUIName::root, MNUIName::freedata, MNUIName::section}), sections);
         if (result != S_OK)
             return result;
         // With no match the result is that of the last name read, and `node`
@@ -131,7 +131,7 @@ HRESULT MCXMLReader::GetFreedataTableNodeBySectionName(const CString& name, IXML
             if (result != S_OK)
                 continue;
             CString sectionName;
-            result = CreatePropertyFromAttribute(attributes, L"name", sectionName);
+            result = CreatePropertyFromAttribute(attributes, MNUIName::name, sectionName);
             if (FAILED(result))
                 return result;
             if (wcscmp(sectionName, name) == 0) {
@@ -151,12 +151,12 @@ HRESULT MCXMLReader::ReadFreedataEntries(const IXMLDOMNodePtr& section,
 {
     HRESULT hr = RunGuarded([&]() -> HRESULT {
         IXMLDOMNodeListPtr entries;
-        HRESULT found = FindNodesInNode(L"entry", section, entries);
+        HRESULT found = FindNodesInNode(MNUIName::entry, section, entries);
         if (found != S_OK)
             return found;
         for (long i = 0, count = NodeCount(entries); i < count; ++i) {
             CString name, value;
-            HRESULT read = ReadEntryTexts(NodeAt(entries, i), L"name", L"value", name, value);
+            HRESULT read = ReadEntryTexts(NodeAt(entries, i), MNUIName::name, MNUIName::value, name, value);
             if (FAILED(read))
                 return read;
             if (read != S_OK)
@@ -180,11 +180,11 @@ HRESULT MCXMLReader::GetFreedataTableMapBySectionName(
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodePtr freedata;
-        HRESULT result = FindNodeInDocument(L"root/freedata", freedata);
+        HRESULT result = FindNodeInDocument(ElementPath({MNUIName::root, MNUIName::freedata}), freedata);
         if (result != S_OK)
             return result;
         IXMLDOMNodeListPtr sections;
-        result = FindNodesInNode(L"section", freedata, sections);
+        result = FindNodesInNode(MNUIName::section, freedata, sections);
         if (result != S_OK)
             return result;
         for (long i = 0, count = NodeCount(sections); i < count; ++i) {
@@ -196,7 +196,7 @@ HRESULT MCXMLReader::GetFreedataTableMapBySectionName(
             if (result != S_OK)
                 continue;
             CString sectionName;
-            result = CreatePropertyFromAttribute(attributes, L"name", sectionName);
+            result = CreatePropertyFromAttribute(attributes, MNUIName::name, sectionName);
             if (FAILED(result))
                 return result;
             if (result == S_OK && wcscmp(sectionName, name) == 0)
@@ -219,7 +219,7 @@ HRESULT MCXMLReader::GetAllFreedataSectionTables(
         if (!m_bOpen)
             return E_FAIL;
         IXMLDOMNodeListPtr nodes;
-        HRESULT found = FindNodesInDocument(L"root/freedata/section", nodes);
+        HRESULT found = FindNodesInDocument(ElementPath({MNUIName::root, MNUIName::freedata, MNUIName::section}), nodes);
         if (found != S_OK)
             return found;
         for (long i = 0, count = NodeCount(nodes); i < count; ++i) {
@@ -231,7 +231,7 @@ HRESULT MCXMLReader::GetAllFreedataSectionTables(
             if (FAILED(read))
                 return read;
             if (read == S_OK) {
-                read = CreatePropertyFromAttribute(attributes, L"name", name);
+                read = CreatePropertyFromAttribute(attributes, MNUIName::name, name);
                 if (FAILED(read))
                     return read;
             }

@@ -4,6 +4,7 @@
 // by one that refuses elements carrying a "fault" attribute.
 #include "ReaderTestAccess.h"
 #include "MCUIWindowData.h"
+#include "VtableSlotPatch.h"
 
 namespace {
 
@@ -28,35 +29,6 @@ HRESULT WINAPI RefuseMarkedElements(IXMLDOMNode* node, IXMLDOMNamedNodeMap** att
     *attributes = nullptr;
     return E_ACCESSDENIED;
 }
-
-// Swaps one slot of an interface's function table and puts it back on destruction.
-class VtableSlotPatch {
-public:
-    VtableSlotPatch(IUnknown* object, size_t slot, void* replacement)
-        : m_entry(*reinterpret_cast<void***>(object) + slot)
-    {
-        m_original = Write(replacement);
-    }
-    ~VtableSlotPatch() { Write(m_original); }
-    VtableSlotPatch(const VtableSlotPatch&) = delete;
-    VtableSlotPatch& operator=(const VtableSlotPatch&) = delete;
-
-    void* Original() const { return m_original; }
-
-private:
-    void* Write(void* value)
-    {
-        DWORD protection = 0;
-        EXPECT_TRUE(VirtualProtect(m_entry, sizeof(void*), PAGE_READWRITE, &protection));
-        void* previous = *m_entry;
-        *m_entry = value;
-        VirtualProtect(m_entry, sizeof(void*), protection, &protection);
-        return previous;
-    }
-
-    void** m_entry;
-    void* m_original;
-};
 
 TEST(FailingControl, EndsTheWindowAndKeepsTheControlsBuiltBeforeIt)
 {
