@@ -28,17 +28,6 @@ double Seconds()
     return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-template <class Map, class Value>
-void DeleteValues(Map& map)
-{
-    for (POSITION position = map.GetStartPosition(); position != nullptr;) {
-        CString key;
-        Value value = nullptr;
-        map.GetNextAssoc(position, key, value);
-        delete value;
-    }
-}
-
 // A caller that expects thousands of entries sizes its hash tables for them.
 UINT BucketsFor(int count) { return static_cast<UINT>(count) | 1u; }
 
@@ -61,8 +50,8 @@ bool BuildEverything(MCXMLReader& reader, int count, double& seconds)
 
     const bool complete = window.arrControls.GetSize() == count && fonts.GetCount() == count &&
                           buttons.GetCount() == count && strings.GetCount() == count;
-    DeleteValues<FontTable, MCUIDataFont*>(fonts);
-    DeleteValues<ControlTable, MCUIDataControl*>(buttons);
+    MDeleteMapValues(fonts);
+    MDeleteMapValues(buttons);
     if (!ok || !complete)
         std::fwprintf(stderr, L"reading %d controls failed: %ls\n", count, static_cast<const wchar_t*>(reader.m_strError));
     return ok && complete;

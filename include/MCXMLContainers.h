@@ -65,3 +65,25 @@ public:
 private:
     MCArray<KEY> m_arrKeys;
 };
+
+// Deletes every record that a map of heap records holds and empties the map:
+// the reader's callers own what it allocates into their maps.
+template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
+void MDeleteMapValues(CMap<KEY, ARG_KEY, VALUE*, ARG_VALUE>& map)
+{
+    for (POSITION position = map.GetStartPosition(); position != NULL;) {
+        KEY key;
+        VALUE* value = NULL;
+        map.GetNextAssoc(position, key, value);
+        delete value;
+    }
+    map.RemoveAll();
+}
+
+// The same for an ordered map, whose key order is emptied too.
+template <class KEY, class ARG_KEY, class VALUE, class ARG_VALUE>
+void MDeleteMapValues(MCOrderedMap<KEY, ARG_KEY, VALUE*, ARG_VALUE>& map)
+{
+    MDeleteMapValues(static_cast<CMap<KEY, ARG_KEY, VALUE*, ARG_VALUE>&>(map));
+    map.RemoveAll();
+}

@@ -3,13 +3,19 @@
 // docs/dump-format.md.
 #include "Commands.h"
 #include "Output.h"
+#include "TreeWriter.h"
 #include <TesvorUtil.h>
 #include <algorithm>
 #include <cwchar>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace {
+
+using tesvorutil::JsonWriter;
+using tesvorutil::TextWriter;
+using tesvorutil::Writer;
 
 using FontTable = MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>;
 using ControlTable = MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>;
@@ -17,168 +23,11 @@ using StringTable = MCOrderedMap<CString, const wchar_t*, CString, CString&>;
 using StringTableById = MCMap<DWORD, DWORD, CString, CString&>;
 using Sections = MCOrderedMap<CString, const wchar_t*, StringTable*, StringTable*&>;
 
-// The last control type of the reader's keyword table.
-const int kLastControlType = 24;
-
 // Deletes the records that a map holds when it goes: the reader hands them to its caller.
-template <class Map, class Value>
+template <class Map>
 class OwningMap : public Map {
 public:
-    ~OwningMap()
-    {
-        for (POSITION position = this->GetStartPosition(); position != nullptr;) {
-            CString key;
-            Value value = nullptr;
-            this->GetNextAssoc(position, key, value);
-            delete value;
-        }
-    }
-};
-
-// Receives the records as a tree of named values; the text and JSON forms differ
-// only here.
-class Writer {
-public:
-    virtual ~Writer() = default;
-    virtual void Begin(const wchar_t* name, bool isArray) = 0;   // name null inside arrays
-    virtual void End(bool isArray) = 0;
-    virtual void String(const wchar_t* name, const wchar_t* value) = 0;
-    virtual void Number(const wchar_t* name, long long value) = 0;
-    virtual void Bool(const wchar_t* name, bool value) = 0;
-    virtual void Null(const wchar_t* name) = 0;
-    virtual void Numbers(const wchar_t* name, const std::vector<long long>& values) = 0;
-
-    const std::wstring& Text() const { return m_text; }
-
-protected:
-    std::wstring m_text;
-};
-
-class JsonWriter : public Writer {
-public:
-    void Begin(const wchar_t* name, bool isArray) override
-    {
-        Key(name);
-        m_text += isArray ? L'[' : L'{';
-        m_first.push_back(true);
-    }
-    void End(bool isArray) override
-    {
-        const bool empty = m_first.back();
-        m_first.pop_back();
-        if (!empty)
-            NewLine();
-        m_text += isArray ? L']' : L'}';
-        if (m_first.empty())
-            m_text += L'\n';
-    }
-    void String(const wchar_t* name, const wchar_t* value) override
-    {
-        Key(name);
-        Quoted(value);
-    }
-    void Number(const wchar_t* name, long long value) override
-    {
-        Key(name);
-        m_text += std::to_wstring(value);
-    }
-    void Bool(const wchar_t* name, bool value) override
-    {
-        Key(name);
-        m_text += value ? L"true" : L"false";
-    }
-    void Null(const wchar_t* name) override
-    {
-        Key(name);
-        m_text += L"null";
-    }
-    void Numbers(const wchar_t* name, const std::vector<long long>& values) override
-    {
-        Key(name);
-        m_text += L'[';
-        for (size_t i = 0; i < values.size(); ++i)
-            m_text += (i ? L", " : L"") + std::to_wstring(values[i]);
-        m_text += L']';
-    }
-
-private:
-    void NewLine()
-    {
-        m_text += L'\n';
-        m_text.append(2 * m_first.size(), L' ');
-    }
-    void Key(const wchar_t* name)
-    {
-        if (m_first.empty())
-            return;
-        if (!m_first.back())
-            m_text += L',';
-        m_first.back() = false;
-        NewLine();
-        if (name != nullptr) {
-            Quoted(name);
-            m_text += L": ";
-        }
-    }
-    void Quoted(const wchar_t* value)
-    {
-        m_text += L'"';
-        for (const wchar_t* c = value; *c; ++c) {
-            if (*c == L'"' || *c == L'\\') {
-                m_text += L'\\';
-                m_text += *c;
-            } else if (*c < 0x20) {
-                static const wchar_t digits[] = L"0123456789abcdef";
-                m_text += L"\\u00";
-                m_text += digits[*c >> 4];
-                m_text += digits[*c & 0xF];
-            } else {
-                m_text += *c;
-            }
-        }
-        m_text += L'"';
-    }
-
-    std::vector<bool> m_first;   // per open object or array: nothing written yet
-};
-
-class TextWriter : public Writer {
-public:
-    void Begin(const wchar_t* name, bool isArray) override
-    {
-        if (!m_index.empty()) {
-            Line(Label(name) + L":");
-        }
-        m_index.push_back(isArray ? 0 : -1);
-    }
-    void End(bool) override { m_index.pop_back(); }
-    void String(const wchar_t* name, const wchar_t* value) override { Line(Label(name) + L": \"" + value + L"\""); }
-    void Number(const wchar_t* name, long long value) override { Line(Label(name) + L": " + std::to_wstring(value)); }
-    void Bool(const wchar_t* name, bool value) override { Line(Label(name) + (value ? L": true" : L": false")); }
-    void Null(const wchar_t* name) override { Line(Label(name) + L": (none)"); }
-    void Numbers(const wchar_t* name, const std::vector<long long>& values) override
-    {
-        std::wstring line = Label(name) + L":";
-        for (size_t i = 0; i < values.size(); ++i)
-            line += (i ? L", " : L" ") + std::to_wstring(values[i]);
-        Line(line);
-    }
-
-private:
-    std::wstring Label(const wchar_t* name)
-    {
-        if (name != nullptr || m_index.empty() || m_index.back() < 0)
-            return name != nullptr ? name : L"";
-        return L"[" + std::to_wstring(m_index.back()++) + L"]";
-    }
-    void Line(const std::wstring& text)
-    {
-        m_text.append(2 * (m_index.empty() ? 0 : m_index.size() - 1), L' ');
-        m_text += text;
-        m_text += L'\n';
-    }
-
-    std::vector<int> m_index;   // per open level: next array index, or -1 in an object
+    ~OwningMap() { MDeleteMapValues(*this); }
 };
 
 std::vector<long long> RectValues(const CRect& rc) { return {rc.left, rc.top, rc.right, rc.bottom}; }
@@ -311,13 +160,13 @@ private:
 struct Description {
     bool hasWindow = false;
     MCUIWindowData window;
-    OwningMap<FontTable, MCUIDataFont*> fontSchemas;
-    OwningMap<ControlTable, MCUIDataControl*> controlSchemas[kLastControlType + 1];
+    OwningMap<FontTable> fontSchemas;
+    std::map<long, OwningMap<ControlTable>> controlSchemas;  // by control type
     bool hasScript = false;
     MCUIScriptData script;
     StringTable stringTable;
     StringTableById stringTableById;
-    OwningMap<Sections, StringTable*> freeData;
+    OwningMap<Sections> freeData;
 };
 
 HRESULT Read(MCXMLReader& reader, const wchar_t* path, Description& d)
@@ -331,9 +180,10 @@ HRESULT Read(MCXMLReader& reader, const wchar_t* path, Description& d)
     d.hasWindow = hr == S_OK;
     if (FAILED(hr = reader.GetAllFontsSchemaData(d.fontSchemas)))
         return hr;
-    for (int type = 1; type <= kLastControlType; ++type) {
-        const MEControlType controlType = static_cast<MEControlType>(type);
-        if (FAILED(hr = reader.GetAllControlsSchemaDataByType(controlType, d.controlSchemas[type])))
+    const MDUIKeywordTable& controlTypes = MNUIFormat::GetKeywordTable(UIKeywordsControlType);
+    for (int i = 0; i < controlTypes.count; ++i) {
+        const MEControlType type = static_cast<MEControlType>(controlTypes.keywords[i].value);
+        if (FAILED(hr = reader.GetAllControlsSchemaDataByType(type, d.controlSchemas[type])))
             return hr;
     }
     if (FAILED(hr = reader.GetScriptData(d.script)))
@@ -377,8 +227,7 @@ void WriteDescription(Writer& out, const Description& d)
     out.End(false);
 
     out.Begin(L"controlSchemas", false);
-    for (int type = 1; type <= kLastControlType; ++type) {
-        const ControlTable& table = d.controlSchemas[type];
+    for (const auto& [type, table] : d.controlSchemas) {
         if (table.IsEmpty())
             continue;
         out.Begin(std::to_wstring(type).c_str(), false);
