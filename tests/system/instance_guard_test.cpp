@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <climits>
 #include <memory>
 #include <string>
 #include <thread>
@@ -13,130 +14,65 @@
 
 namespace {
 
-// The main application's guard with its names in view.
-class InspectedMainGuard : public MCTesvorInstance {
-public:
-    CString LocalName() const { return m_localName; }
-    CString GlobalName() const { return m_globalName; }
-};
-
-// A guard of this test's own, so that in-process locking never meets the
-// programs' names, optionally testing its locks for existence only.
+// A guard with its names in view: the main application's, or one of this test's own, so
+// that in-process locking never meets the programs' names, testing its locks for
+// existence only when `multi`.
 class TestGuard : public MCAppInstance {
 public:
-    TestGuard(const wchar_t* tag, bool multi = false)
-        : MCAppInstance((std::wstring(L"Global\\TesvorTest_G_") + tag).c_str(),
-                        (std::wstring(L"Local\\TesvorTest_L_") + tag).c_str(), AppIDInstaller),
-          m_multi(multi)
-    {
-    }
+    explicit TestGuard(bool multi = false)
+        : MCAppInstance(L"Global\\TesvorTest_G", L"Local\\TesvorTest_L", AppIDInstaller), m_multi(multi) {}
     bool CanLocalMulti() const override { return m_multi; }
     bool CanGlobalMulti() const override { return m_multi; }
-    CString LocalName() const { return m_localName; }
-    CString GlobalName() const { return m_globalName; }
 
 private:
     bool m_multi;
 };
-
-// Holds a mutex on a thread of its own, as another copy would.
-class ForeignOwner {
-public:
-    explicit ForeignOwner(const wchar_t* name)
-        : m_ready(::CreateEventW(NULL, TRUE, FALSE, NULL)), m_quit(::CreateEventW(NULL, TRUE, FALSE, NULL))
-    {
-        std::wstring mutexName(name);
-        m_thread = std::thread([this, mutexName] {
-            HANDLE mutex = ::CreateMutexW(NULL, TRUE, mutexName.c_str());
-            ::SetEvent(m_ready);
-            ::WaitForSingleObject(m_quit, INFINITE);
-            ::ReleaseMutex(mutex);
-            ::CloseHandle(mutex);
-        });
-        ::WaitForSingleObject(m_ready, INFINITE);
-    }
-    ~ForeignOwner()
-    {
-        ::SetEvent(m_quit);
-        m_thread.join();
-        ::CloseHandle(m_ready);
-        ::CloseHandle(m_quit);
-    }
-
-private:
-    HANDLE m_ready;
-    HANDLE m_quit;
-    std::thread m_thread;
+struct MainGuardNames : MCTesvorInstance {
+    CString Local() const { return m_localName; }
+    CString Global() const { return m_globalName; }
 };
 
-class QuitEvent {
-public:
-    explicit QuitEvent(const wchar_t* name) : m_name(name), m_event(::CreateEventW(NULL, TRUE, FALSE, name)) {}
-    ~QuitEvent() { ::CloseHandle(m_event); }
-    void Set() { ::SetEvent(m_event); }
-    std::wstring Arg() const { return L" --hold " + m_name; }
-
-private:
-    std::wstring m_name;
-    HANDLE m_event;
-};
-
-// One run of instance_helper.exe.
+// One run of instance_helper.exe; a holder keeps running until the quit event is set.
 class FamilyProgram {
 public:
-    explicit FamilyProgram(const std::wstring& arguments)
+    FamilyProgram(const std::wstring& arguments, HANDLE quit = NULL)
+        : m_process(L"instance_helper.exe", arguments + (quit ? L" --hold TesvorGuardTestQuit" : L"")) {}
+    // Its start-up check, "started {app,lock}", and the milliseconds it took.
+    std::string Result()
     {
-        m_started = m_process.Start(L"instance_helper.exe", arguments);
-    }
-    // The result of its start-up check: started, app, lock, elapsed_ms.
-    std::map<std::string, std::string>& Check()
-    {
-        std::string line;
-        while (m_started && m_check.count("elapsed_ms") == 0 && m_process.ReadLine(line)) {
-            size_t equals = line.find('=');
-            if (equals != std::string::npos)
-                m_check[line.substr(0, equals)] = line.substr(equals + 1);
+        if (m_result.empty()) {
+            m_result = m_process.ReadLine();
+            m_elapsedMs = std::atoi(m_process.ReadLine().c_str());
         }
-        return m_check;
+        return m_result;
     }
-    std::string Result() { return Check()["started"] + " {" + m_check["app"] + "," + m_check["lock"] + "}"; }
-    int ElapsedMs() { return std::atoi(Check()["elapsed_ms"].c_str()); }
-    // What a holder reports after its quit event is set.
-    std::map<std::string, std::string> Finish()
+    int ElapsedMs() { return Result(), m_elapsedMs; }
+    // What a holder's window received, "count last_command", once it has been told to quit.
+    std::string Finish()
     {
-        Check();
-        std::map<std::string, std::string> rest = m_process.ReadValues();
+        Result();
+        std::string commands = m_process.ReadLine();
         m_process.Wait();
-        return rest;
+        return commands;
     }
     void Kill() { m_process.Kill(); }
 
 private:
     ChildProcess m_process;
-    bool m_started;
-    std::map<std::string, std::string> m_check;
+    std::string m_result;
+    int m_elapsedMs = 0;
 };
 
-const wchar_t kMainTitle[] = L"Tesvor Guard Test Main Window";
-
-std::wstring TargetArgs(UINT command)
-{
-    return std::wstring(L" --target \"") + kMainTitle + L"\" --cmd " + std::to_wstring(command);
-}
-
-std::wstring TitleArg()
-{
-    return std::wstring(L" --title \"") + kMainTitle + L"\"";
-}
+struct QuitEvent {
+    HANDLE handle = ::CreateEventW(NULL, TRUE, FALSE, L"TesvorGuardTestQuit");
+    ~QuitEvent() { ::CloseHandle(handle); }
+};
 
 }  // namespace
 
 TEST(InstanceGuard, NamesAreSharedWithOtherBuilds)
 {
-    const struct {
-        const wchar_t* constant;
-        const wchar_t* expected;
-    } names[] = {
+    const wchar_t* const names[][2] = {
         {MCTesvorInstance::sGlobalMutex, L"Global\\Tesvor_Global_Mutex"},
         {MCTesvorInstance::sLocalMutex, L"Local\\Tesvor_Local_Mutex"},
         {MCTesvorInstance::sLegacyMutexName, L"Tesvor Mutex"},
@@ -146,33 +82,28 @@ TEST(InstanceGuard, NamesAreSharedWithOtherBuilds)
         {MCTesvorUninstallerInstance::sLocalMutex, L"Local\\Tesvor_Uninstall_Local_Mutex"},
     };
     for (const auto& name : names)
-        EXPECT_STREQ(name.expected, name.constant);
-
+        EXPECT_STREQ(name[1], name[0]);
     MDCheckInstanceResult result;
     EXPECT_EQ(AppIDNone, result.appID);
     EXPECT_EQ(LockOk, result.lockResult);
     EXPECT_EQ(AppIDMain, MCTesvorInstance().GetAppID());
     EXPECT_EQ(AppIDInstaller, MCTesvorInstallerInstance().GetAppID());
     EXPECT_EQ(AppIDUninstaller, MCTesvorUninstallerInstance().GetAppID());
-}
 
-TEST(InstanceGuard, LocalNameCarriesTheSessionNumber)
-{
-    InspectedMainGuard guard;
+    // Wine does not answer the session query, so the number is the failure value, -1.
+    MainGuardNames guard;
     ASSERT_TRUE(HasTerminalServices());
     ASSERT_NE(nullptr, MCAppInstance::s_pWtsSes);
-    // Wine does not answer the session query, so the number is the failure value.
-    DWORD session = MCAppInstance::s_pWtsSes->GetCurrentSessionID();
-    CString expected;
-    expected.Format(L"Local\\Tesvor_Local_Mutex%d", static_cast<int>(session));
-    EXPECT_STREQ(expected, guard.LocalName());
-    if (session == 0xFFFFFFFF) {
-        EXPECT_STREQ(L"Local\\Tesvor_Local_Mutex-1", guard.LocalName());
+    CString local;
+    local.Format(L"Local\\Tesvor_Local_Mutex%d", static_cast<int>(MCAppInstance::s_pWtsSes->GetCurrentSessionID()));
+    EXPECT_STREQ(local, guard.Local());
+    if (MCAppInstance::s_pWtsSes->GetCurrentSessionID() == 0xFFFFFFFF) {
+        EXPECT_STREQ(L"Local\\Tesvor_Local_Mutex-1", guard.Local());
     }
-    EXPECT_STREQ(L"Global\\Tesvor_Global_Mutex", guard.GlobalName());
+    EXPECT_STREQ(L"Global\\Tesvor_Global_Mutex", guard.Global());
 }
 
-TEST(InstanceGuard, AbandonedMutexIsTakenOver)
+TEST(InstanceGuard, MutexTakesOverAnAbandonedOne)
 {
     MCMutex mutex;
     EXPECT_FALSE(mutex.open(L"TesvorTestAbandoned"));
@@ -192,191 +123,140 @@ TEST(InstanceGuard, AbandonedMutexIsTakenOver)
     ::CloseHandle(handle);
 }
 
-TEST(InstanceGuard, BusyLocksTellTheirScope)
+TEST(InstanceGuard, MultiLocksDetachAndTheSessionHelper)
 {
-    {
-        TestGuard guard(L"Free");
-        EXPECT_EQ(LockOk, guard.Lock(0));
-    }
-    {
-        ForeignOwner local(KernaelObjectName(TestGuard(L"Local").LocalName()));
-        TestGuard guard(L"Local");
-        EXPECT_EQ(LockBusyLocal, guard.Lock(0));
-    }
-    {
-        ForeignOwner global(KernaelObjectName(TestGuard(L"Global").GlobalName()));
-        TestGuard guard(L"Global");
-        EXPECT_EQ(LockBusyGlobal, guard.Lock(0));
-    }
-}
+    TestGuard multi(true), secondMulti(true);
+    EXPECT_EQ(LockOk, multi.Lock(0));
+    EXPECT_EQ(LockBusyLocal, secondMulti.Lock(0)) << "a multi lock is only tested for existence";
 
-TEST(InstanceGuard, MultiLocksAreOnlyTestedForExistence)
-{
-    TestGuard first(L"Multi", true);
-    EXPECT_EQ(LockOk, first.Lock(0));
-    TestGuard second(L"Multi", true);
-    EXPECT_EQ(LockBusyLocal, second.Lock(0));
-}
-
-TEST(InstanceGuard, DetachHandsOverBothLocks)
-{
-    HANDLE global = NULL;
-    HANDLE local = NULL;
+    HANDLE global = NULL, local = NULL;
     {
-        TestGuard guard(L"Detach");
+        TestGuard guard;
         EXPECT_FALSE(guard.Detach(global, local));
         ASSERT_EQ(LockOk, guard.Lock(0));
         EXPECT_TRUE(guard.Detach(global, local));
     }
     // Still held by this thread after the guard went.
-    TestGuard next(L"Detach");
+    TestGuard next;
     std::thread([&next] { EXPECT_EQ(LockBusyLocal, next.Lock(0)); }).join();
-    ::ReleaseMutex(local);
-    ::ReleaseMutex(global);
-    ::CloseHandle(local);
-    ::CloseHandle(global);
-}
+    for (HANDLE handle : {local, global}) {
+        ::ReleaseMutex(handle);
+        ::CloseHandle(handle);
+    }
 
-TEST(InstanceGuard, NullResultMakesNoCheck)
-{
-    MCTesvorInstance guard;
-    CString title(kMainTitle);
-    EXPECT_EQ(0, MCTesvorInstanceImpl(7, title).StartCheck(guard, NULL, TRUE));
-    HANDLE legacy = ::OpenMutexW(SYNCHRONIZE, FALSE, L"Tesvor Mutex");
-    EXPECT_EQ(HANDLE(NULL), legacy);
-    if (legacy)
-        ::CloseHandle(legacy);
-}
-
-TEST(InstanceGuard, GuardThatOwnsTheSessionHelperDeletesIt)
-{
     {
-        MCTesvorUninstallerInstance guard;
+        MCTesvorUninstallerInstance owner;
         ASSERT_NE(nullptr, MCAppInstance::s_pWtsSes);
-        guard.CanClearWtsSes(TRUE);
+        owner.CanClearWtsSes(TRUE);
     }
     EXPECT_EQ(nullptr, MCAppInstance::s_pWtsSes);
-    MCTesvorUninstallerInstance next;
+    MCTesvorUninstallerInstance after;
     EXPECT_EQ(MCWTSSession::Instance(), MCAppInstance::s_pWtsSes);
-
-    // The old hidden window and its class stay behind, so the new helper cannot
-    // register the class again.
-    HWND leftover = ::FindWindowW(L"vlrwtsseswndclass", NULL);
-    if (leftover) {
+    // The old hidden window and its class stay behind, so the new helper cannot register
+    // the class again; they are cleared away so that later tests start afresh.
+    if (HWND leftover = ::FindWindowW(L"vlrwtsseswndclass", NULL)) {
         EXPECT_EQ(0, ::GetWindowLongPtrW(leftover, GWLP_USERDATA));
         EXPECT_EQ(0, MCAppInstance::s_pWtsSes->Init());
-        // Clear them away so that later tests of this process start afresh.
         ::DestroyWindow(leftover);
         ::UnregisterClassW(L"vlrwtsseswndclass", ::GetModuleHandleW(NULL));
     }
     EXPECT_EQ(1, MCAppInstance::s_pWtsSes->Init());
 }
 
-TEST(InstanceGuard, BringFrontNeedsCommandTitleAndWindow)
+TEST(InstanceGuard, NoCheckOrBringFrontWithoutWhatTheyNeed)
 {
-    CString empty;
-    CString missing(L"Tesvor Guard Test No Such Window");
+    MCTesvorInstance guard;
+    CString title(L"Tesvor Guard Test No Such Window"), empty;
+    EXPECT_EQ(0, MCTesvorInstanceImpl(7, title).StartCheck(guard, NULL, TRUE));
+    HANDLE legacy = ::OpenMutexW(SYNCHRONIZE, FALSE, L"Tesvor Mutex");
+    EXPECT_EQ(HANDLE(NULL), legacy) << "a null result makes no check";
+    if (legacy)
+        ::CloseHandle(legacy);
     EXPECT_EQ(0, MCTesvorInstanceImpl(7, empty).BringFront());
-    EXPECT_EQ(0, MCTesvorInstanceImpl(0, missing).BringFront());
-    EXPECT_EQ(0, MCTesvorInstanceImpl(7, missing).BringFront());
+    EXPECT_EQ(0, MCTesvorInstanceImpl(0, title).BringFront());
+    EXPECT_EQ(0, MCTesvorInstanceImpl(7, title).BringFront());
 }
 
-// Processes of the family started one beside the other.
-
-TEST(FamilyStart, SecondMainApplicationBringsTheFirstToFront)
+// Programs of the family started beside a running one (the holder), each played by
+// instance_helper. Programs that start together run side by side.
+TEST(FamilyStart, BesideARunningCopy)
 {
-    QuitEvent quit(L"TesvorGuardTestQuitSecondMain");
-    FamilyProgram first(L"main --timeout 0" + TitleArg() + quit.Arg());
-    ASSERT_EQ("1 {3,0}", first.Result());
-
-    FamilyProgram second(L"main --impl" + TargetArgs(32771));
-    EXPECT_EQ("0 {0,1}", second.Result());
-    EXPECT_LT(second.ElapsedMs(), 2500) << "the legacy name fails at once, without a wait";
-
-    quit.Set();
-    std::map<std::string, std::string> held = first.Finish();
-    EXPECT_EQ("1", held["commands"]);
-    EXPECT_EQ("32771", held["last_command"]);
-}
-
-TEST(FamilyStart, StartsBesideARunningInstallerWait)
-{
-    QuitEvent quit(L"TesvorGuardTestQuitInstaller");
-    // The installer's window carries the main title, to catch a wrong bring-front.
-    FamilyProgram installer(L"installer --timeout 0" + TitleArg() + quit.Arg());
-    ASSERT_EQ("1 {3,0}", installer.Result());
-
-    // Independent of each other, so they wait side by side.
-    FamilyProgram secondInstaller(L"installer --timeout 1");
-    FamilyProgram main(L"main --impl" + TargetArgs(32771));
-    EXPECT_EQ("0 {1,1}", secondInstaller.Result());
-    EXPECT_GE(secondInstaller.ElapsedMs(), 900);
-    EXPECT_EQ("0 {1,1}", main.Result());
-    EXPECT_GE(main.ElapsedMs(), 2900) << "the installer probe waits the full three seconds";
-
-    quit.Set();
-    EXPECT_EQ("0", installer.Finish()["commands"]);
-}
-
-TEST(FamilyStart, CopyInAnotherSessionDoesNotStopTheMainApplication)
-{
-    // Another session's copy holds only the machine-wide lock: its local and
-    // legacy names live in its own session.
-    ForeignOwner otherSession(KernaelObjectName(MCTesvorInstance::sGlobalMutex));
-    FamilyProgram main(L"main --impl" + TargetArgs(32771));
-    EXPECT_EQ("1 {0,2}", main.Result());
-    EXPECT_GE(main.ElapsedMs(), 2900);
-}
-
-TEST(FamilyStart, OldBuildHoldingTheLegacyNameStopsEveryProgram)
-{
-    HANDLE oldBuild = ::CreateMutexW(NULL, FALSE, L"Tesvor Mutex");
-    ASSERT_NE(HANDLE(NULL), oldBuild);
-    FamilyProgram main(L"main --impl" + TargetArgs(32771));
-    FamilyProgram installer(L"installer --timeout 0");
-    FamilyProgram uninstaller(L"uninstaller --timeout 0");
-    EXPECT_EQ("0 {0,1}", main.Result());
-    EXPECT_EQ("0 {0,1}", installer.Result());
-    EXPECT_EQ("0 {0,1}", uninstaller.Result());
-    ::CloseHandle(oldBuild);
-}
-
-TEST(FamilyStart, KilledHolderLeavesAnAbandonedLockThatTheNextStartTakes)
-{
-    InspectedMainGuard names;
-    QuitEvent quit(L"TesvorGuardTestQuitKilled");
-    FamilyProgram holder(L"main --timeout 0" + quit.Arg());
-    ASSERT_EQ("1 {3,0}", holder.Result());
-    // Handles of this process keep both locks alive, abandoned, past the kill.
-    HANDLE local = ::OpenMutexW(SYNCHRONIZE, FALSE, KernaelObjectName(names.LocalName()));
-    HANDLE global = ::OpenMutexW(SYNCHRONIZE, FALSE, KernaelObjectName(names.GlobalName()));
-    ASSERT_NE(HANDLE(NULL), local);
-    ASSERT_NE(HANDLE(NULL), global);
-    holder.Kill();
-
-    FamilyProgram next(L"main --timeout 0");
-    EXPECT_EQ("1 {3,0}", next.Result());
-    next.Finish();
-    ::CloseHandle(local);
-    ::CloseHandle(global);
+    struct Start {
+        const wchar_t* arguments;
+        const char* result;  // started {app,lock}
+        int minMs = 0, maxMs = INT_MAX;  // how long its check took
+    };
+    const struct {
+        const char* what;
+        const wchar_t* holder;
+        bool killed;  // before the others start, while this process keeps its locks alive
+        std::vector<Start> starts;
+        const char* commands;  // what the holder's window received; null: not asked
+    } scenarios[] = {
+        // The legacy name fails at once, and the first copy is brought to the front.
+        {"main twice in this session", L"main --title", false, {{L"main --impl", "0 {0,1}", 0, 2500}}, "1 32771"},
+        // The installer's own lock is waited on; the main application's installer probe
+        // waits the full three seconds, and the installer's window (titled as the main
+        // application's) is not brought to the front.
+        {"beside the installer", L"installer --title", false,
+         {{L"installer --timeout 1", "0 {1,1}", 900}, {L"main --impl", "0 {1,1}", 2900}}, "0 0"},
+        // A copy in another session holds only the machine-wide lock: its local and legacy
+        // names live in its own session. The installer and uninstaller are not probed.
+        {"copy in another session", L"own Global\\Tesvor_Global_Mutex", false, {{L"main --impl", "1 {0,2}", 2900}},
+         nullptr},
+        {"old build holding the legacy name", L"own \"Tesvor Mutex\"", false,
+         {{L"main --impl", "0 {0,1}"}, {L"installer --timeout 0", "0 {0,1}"}, {L"uninstaller --timeout 0", "0 {0,1}"}},
+         nullptr},
+        // Its locks are left abandoned, and taken over.
+        {"killed copy", L"main --timeout 0", true, {{L"main --timeout 0", "1 {3,0}"}}, nullptr},
+    };
+    MainGuardNames names;
+    for (const auto& s : scenarios) {
+        SCOPED_TRACE(s.what);
+        QuitEvent quit;
+        FamilyProgram holder(s.holder, quit.handle);
+        ASSERT_EQ('1', holder.Result()[0]);
+        HANDLE kept[2] = {};
+        if (s.killed) {
+            kept[0] = ::OpenMutexW(SYNCHRONIZE, FALSE, KernaelObjectName(names.Local()));
+            kept[1] = ::OpenMutexW(SYNCHRONIZE, FALSE, KernaelObjectName(names.Global()));
+            ASSERT_TRUE(kept[0] && kept[1]);
+            holder.Kill();
+        }
+        std::vector<std::unique_ptr<FamilyProgram>> programs;
+        for (const Start& start : s.starts)
+            programs.emplace_back(new FamilyProgram(start.arguments));
+        for (size_t i = 0; i < programs.size(); ++i) {
+            EXPECT_EQ(s.starts[i].result, programs[i]->Result()) << i;
+            EXPECT_GE(programs[i]->ElapsedMs(), s.starts[i].minMs) << i;
+            EXPECT_LE(programs[i]->ElapsedMs(), s.starts[i].maxMs) << i;
+        }
+        ::SetEvent(quit.handle);
+        std::string commands = holder.Finish();
+        if (s.commands) {
+            EXPECT_EQ(s.commands, commands);
+        }
+        for (HANDLE handle : kept)
+            if (handle)
+                ::CloseHandle(handle);
+    }
 }
 
 TEST(FamilyStart, OfTwentySimultaneousStartsExactlyOneRuns)
 {
-    QuitEvent quit(L"TesvorGuardTestQuitTwenty");
+    QuitEvent quit;
     std::vector<std::unique_ptr<FamilyProgram>> programs;
     for (int i = 0; i < 20; ++i)
-        programs.emplace_back(new FamilyProgram(L"main --timeout 0" + quit.Arg()));
+        programs.emplace_back(new FamilyProgram(L"main --timeout 0", quit.handle));
     int running = 0;
     for (auto& program : programs) {
-        std::string result = program->Result();
-        if (result == "1 {3,0}")
+        if (program->Result() == "1 {3,0}")
             ++running;
         else
-            EXPECT_EQ("0 {0,1}", result);
+            EXPECT_EQ("0 {0,1}", program->Result());
     }
     EXPECT_EQ(1, running);
-    quit.Set();
+    ::SetEvent(quit.handle);
     for (auto& program : programs)
         program->Finish();
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <aclapi.h>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -62,22 +63,23 @@ public:
           m_setting(HKEY_CURRENT_USER, (L"Software\\Wine\\AppDefaults\\" + m_program).c_str(), L"Version")
     {
         m_setting.Set(REG_SZ, std::wstring(version) + L'\0');
-        m_started = m_probe.Start(m_program.c_str(), L"");
+        m_probe.reset(new ChildProcess(m_program.c_str(), L""));
+        m_started = m_probe->Started();
     }
     // What it printed, once it has ended.
     std::map<std::string, std::string> Values()
     {
-        if (!m_started)
-            return {};
-        std::map<std::string, std::string> values = m_probe.ReadValues();
-        m_probe.Wait();
+        std::map<std::string, std::string> values;
+        for (std::string line; m_started && !(line = m_probe->ReadLine()).empty();)
+            values[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
+        m_probe->Wait();
         return values;
     }
 
 private:
     std::wstring m_program;
     RegistryValueOverride m_setting;
-    ChildProcess m_probe;
+    std::unique_ptr<ChildProcess> m_probe;
     bool m_started;
 };
 
