@@ -2,6 +2,7 @@
 // reader builds from a description. The JSON shape is described in
 // docs/dump-format.md.
 #include "Commands.h"
+#include "Description.h"
 #include "Output.h"
 #include "TreeWriter.h"
 #include <TesvorUtil.h>
@@ -140,22 +141,6 @@ std::vector<Key> SortedKeys(const Map& map, Less less)
 
 bool TextLess(const CString& a, const CString& b) { return wcscmp(a, b) < 0; }
 
-// The reader's DOM document lives in the calling thread's COM apartment.
-class ComApartment {
-public:
-    ComApartment() : m_hr(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
-    ~ComApartment()
-    {
-        if (SUCCEEDED(m_hr))
-            CoUninitialize();
-    }
-    ComApartment(const ComApartment&) = delete;
-    ComApartment& operator=(const ComApartment&) = delete;
-
-private:
-    HRESULT m_hr;
-};
-
 // Everything the reader builds from one description, read in one go.
 struct Description {
     bool hasWindow = false;
@@ -169,12 +154,9 @@ struct Description {
     OwningMap<Sections> freeData;
 };
 
-HRESULT Read(MCXMLReader& reader, const wchar_t* path, Description& d)
+HRESULT Read(MCXMLReader& reader, Description& d)
 {
-    HRESULT hr = reader.Open(path, 0);
-    if (FAILED(hr))
-        return hr;
-    hr = reader.GetDialogData(d.window);
+    HRESULT hr = reader.GetDialogData(d.window);
     if (FAILED(hr))
         return hr;
     d.hasWindow = hr == S_OK;
@@ -280,10 +262,12 @@ int RunDump(int argc, wchar_t** argv)
     if (path == nullptr)
         return tesvorutil::UsageError(L"dump");
 
-    ComApartment apartment;
+    tesvorutil::ComApartment apartment;
     MCXMLReader reader;
+    if (!tesvorutil::OpenDescription(reader, path))
+        return tesvorutil::ExitInvalid;
     Description description;
-    const HRESULT hr = Read(reader, path, description);
+    const HRESULT hr = Read(reader, description);
     if (FAILED(hr)) {
         tesvorutil::PrintErr(L"dump: %s: 0x%08lX %s\n", path, static_cast<unsigned long>(hr),
                              static_cast<const wchar_t*>(reader.m_strError));
