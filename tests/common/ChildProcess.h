@@ -10,7 +10,8 @@ public:
     {
         wchar_t path[MAX_PATH];
         std::wstring directory(path, ::GetModuleFileNameW(NULL, path, MAX_PATH));
-        std::wstring commandLine = L"\"" + directory.substr(0, directory.rfind(L'\\') + 1) + program + L"\" " + arguments;
+        std::wstring commandLine =
+            L"\"" + directory.substr(0, directory.rfind(L'\\') + 1) + program + L"\" " + arguments;
         SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), NULL, TRUE};
         HANDLE writeEnd = NULL;
         if (!::CreatePipe(&m_output, &writeEnd, &inheritable, 0))

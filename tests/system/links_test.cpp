@@ -4,7 +4,7 @@
 #include "ScopedImportHook.h"
 #include "MNInternetUtils.h"
 #include "MRunUtils.h"
-#include "RegistryTestKey.h"
+#include "ScopedTestKey.h"
 #include <shellapi.h>
 #include <wininet.h>
 
@@ -115,7 +115,7 @@ protected:
         EXPECT_EQ(SW_SHOWNORMAL, call.show);
     }
 
-    RegistryTestKey m_testKey;
+    ScopedTestKey m_testKey;
     std::unique_ptr<ScopedKey> m_classes;
     ScopedImportHook m_shell{TesvorUtilModule(), "shell32.dll", "ShellExecuteW", &FakeShellExecuteW};
 };

@@ -1,358 +1,232 @@
 #include <gtest/gtest.h>
+#include <string>
 #include <vector>
 #include "MCRegistry.h"
-#include "RegistryTestKey.h"
+#include "ScopedTestKey.h"
 
 namespace {
 
-// Exposes the wrapper's state to check what copies share.
-class RegistryProbe : public MCRegistry {
-public:
-    using MCRegistry::MCRegistry;
-    RegistryProbe(const MCRegistry& other) : MCRegistry(other) {}
-    HKEY Key() const { return m_hKey; }
-    const CString& KeyPath() const { return m_keyPath; }
-    void Forget() { m_hKey = NULL; }
-};
+typedef std::vector<CString> Names;
 
-typedef MCStringArrayImpl<CString, const CString&> Names;
-
-std::vector<CString> ToVector(const Names& names)
+// "ok" or "failed", then the names that an enumeration leaves in an array that held "stale".
+Names List(MCRegistry& lister, bool keys, const CString& path)
 {
-    std::vector<CString> result;
-    for (INT_PTR i = 0; i < names.GetSize(); ++i)
-        result.push_back(names[i]);
+    MCStringArrayImpl<CString, const CString&> names;
+    names.Add(CString(L"stale"));
+    bool ok = keys ? lister.GetEnumKeys(HKEY_CURRENT_USER, path, names)
+                   : lister.GetEnumValues(HKEY_CURRENT_USER, path, names);
+    Names result(1, ok ? L"ok" : L"failed");
+    result.insert(result.end(), names.GetData(), names.GetData() + names.GetSize());
     return result;
 }
 
-DWORD RawValueType(HKEY key, const wchar_t* name)
+// "type:size" that the system keeps for a value; empty when there is none.
+std::string Stored(HKEY key, const wchar_t* name)
 {
-    DWORD type = 0;
-    ::RegQueryValueExW(key, name, NULL, &type, NULL, NULL);
-    return type;
+    DWORD type = 0, size = 0;
+    if (::RegQueryValueExW(key, name, NULL, &type, NULL, &size) != ERROR_SUCCESS)
+        return "";
+    return std::to_string(type) + ":" + std::to_string(size);
 }
+
+enum Reader { Number, String, Block, Index };
+
+// "result error value" of one reader: a number in hex (7 when untouched), a string as it
+// is, a block (of a buffer of `size` bytes) in hex bytes when read.
+std::wstring ReadAs(MCRegistry& reg, Reader reader, const wchar_t* name, DWORD size)
+{
+    CString value(L"untouched"), line;
+    DWORD number = 7;
+    BYTE block[16] = {};
+    bool ok;
+    if (reader == Number) {
+        ok = reg.Read(name, number);
+        value.Format(L"%lx", number);
+    } else if (reader == String) {
+        ok = reg.Read(name, value);
+    } else {
+        ok = reader == Block ? reg.Read(name, block, size) : reg.Read(_wtoi(name), block, size);
+        value.Empty();
+        for (DWORD i = 0; ok && i < size; ++i)
+            value.AppendFormat(L"%02x", block[i]);
+    }
+    line.Format(L"%d %ld %s", ok, reg.GetErrCode(), value.GetString());
+    return line.GetString();
+}
+
+// The wrapper with its key and path in view.
+struct InspectedRegistry : MCRegistry {
+    using MCRegistry::m_hKey;
+    using MCRegistry::m_keyPath;
+};
+
+class RegistryTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, key.Path())); }
+    ScopedTestKey key;
+    InspectedRegistry reg;
+};
 
 }  // namespace
 
-TEST(RegistryTest, EveryValueKindRoundTrips)
+TEST_F(RegistryTest, WritersAndReadersOfEveryKind)
 {
-    RegistryTestKey testKey;
-    MCRegistry reg;
-    ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, testKey.Path()));
+    const CString text(L"Grüße, \x4E16\x754C");
+    const BYTE block[] = {0, 1, 2, 0xFF, 0x80}, three[] = {3, 3, 3}, minus[] = {0xAB};
+    ASSERT_TRUE(reg.Write(L"Number", 0xFEDCBA98) && reg.Write(L"Text", text) && reg.Write(L"Block", block, 5));
+    ASSERT_TRUE(reg.Write(3, three, 3) && reg.Write(-12, minus, 1));
+    ASSERT_TRUE(reg.Write(L"One", CString(L"a")) && reg.Write(L"Two", CString(L"ab")));  // 4 and 6 bytes
+    ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.Handle(), L"Empty", 0, REG_SZ, NULL, 0));
+    const BYTE* bare = reinterpret_cast<const BYTE*>(L"xyz");
+    ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.Handle(), L"Bare", 0, REG_SZ, bare, 6));
+    // Strings keep their terminator; blocks by index are named by the number.
+    EXPECT_EQ("4:4", Stored(key.Handle(), L"Number"));
+    EXPECT_EQ("1:" + std::to_string((text.GetLength() + 1) * 2), Stored(key.Handle(), L"Text"));
+    EXPECT_EQ("3:5", Stored(key.Handle(), L"Block"));
+    EXPECT_EQ("3:3", Stored(key.Handle(), L"3"));
+    EXPECT_EQ("3:1", Stored(key.Handle(), L"-12"));
 
-    ASSERT_TRUE(reg.Write(L"Number", 0xFEDCBA98));
-    ASSERT_TRUE(reg.Write(L"Text", CString(L"Grüße, \x4E16\x754C")));
-    const BYTE block[] = {0, 1, 2, 0xFF, 0x80};
-    ASSERT_TRUE(reg.Write(L"Block", block, sizeof(block)));
-    EXPECT_EQ(static_cast<DWORD>(REG_DWORD), RawValueType(testKey.Handle(), L"Number"));
-    EXPECT_EQ(static_cast<DWORD>(REG_SZ), RawValueType(testKey.Handle(), L"Text"));
-    EXPECT_EQ(static_cast<DWORD>(REG_BINARY), RawValueType(testKey.Handle(), L"Block"));
+    const struct {
+        Reader reader;
+        const wchar_t* name;
+        DWORD size;
+        std::wstring expected;
+    } reads[] = {
+        {Number, L"Number", 0, L"1 0 fedcba98"},
+        {Number, L"One", 0, L"1 0 61"},  // the type is not checked: raw bytes that fit
+        {Number, L"Two", 0, L"0 234 7"},
+        {Number, L"Missing", 0, L"0 2 7"},
+        {String, L"Text", 0, L"1 0 " + std::wstring(text)},
+        {String, L"Empty", 0, L"1 0 "},
+        {String, L"Bare", 0, L"1 0 xyz"},  // stored without its terminator, it ends with its data
+        {String, L"Missing", 0, L"0 2 "},
+        {Block, L"Block", 16, L"1 0 000102ff80"},
+        {Block, L"Number", 16, L"1 0 98badcfe"},
+        {Block, L"Block", 2, L"0 234 "},
+        {Block, L"3", 16, L"1 0 030303"},
+        {Index, L"-12", 16, L"1 0 ab"},
+        {Index, L"4", 16, L"0 2 "},
+    };
+    for (const auto& r : reads)
+        EXPECT_EQ(r.expected, ReadAs(reg, r.reader, r.name, r.size)) << r.name << " as " << r.reader;
 
-    DWORD number = 0;
-    EXPECT_TRUE(reg.Read(L"Number", number));
-    EXPECT_EQ(0xFEDCBA98u, number);
-    CString text(L"old");
-    EXPECT_TRUE(reg.Read(L"Text", text));
-    EXPECT_EQ(CString(L"Grüße, \x4E16\x754C"), text);
-    BYTE readBlock[16] = {};
-    DWORD size = sizeof(readBlock);
-    EXPECT_TRUE(reg.Read(L"Block", readBlock, size));
-    ASSERT_EQ(sizeof(block), size);
-    EXPECT_EQ(0, memcmp(block, readBlock, sizeof(block)));
-
-    // The stored string keeps its terminator.
-    DWORD rawSize = 0;
-    ::RegQueryValueExW(testKey.Handle(), L"Text", NULL, NULL, NULL, &rawSize);
-    EXPECT_EQ((text.GetLength() + 1) * sizeof(wchar_t), rawSize);
-
-    // The block reader takes any type: a number reads as its four bytes.
-    size = sizeof(readBlock);
-    EXPECT_TRUE(reg.Read(L"Number", readBlock, size));
-    EXPECT_EQ(4u, size);
-    EXPECT_EQ(0x98, readBlock[0]);
-    EXPECT_EQ(ERROR_SUCCESS, reg.GetErrCode());
-
-    // Too small a buffer fails and says so.
-    size = 2;
-    EXPECT_FALSE(reg.Read(L"Block", readBlock, size));
-    EXPECT_EQ(ERROR_MORE_DATA, reg.GetErrCode());
-}
-
-TEST(RegistryTest, NumberReaderTakesShortStringsAsRawBytes)
-{
-    RegistryTestKey testKey;
-    MCRegistry reg;
-    ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, testKey.Path()));
-    ASSERT_TRUE(reg.Write(L"One", CString(L"a")));   // 4 bytes with the terminator
-    ASSERT_TRUE(reg.Write(L"Two", CString(L"ab")));  // 6 bytes
-
-    DWORD value = 7;
-    EXPECT_TRUE(reg.Read(L"One", value));
-    EXPECT_EQ(0x61u, value);
-
-    value = 7;
-    EXPECT_FALSE(reg.Read(L"Two", value));
-    EXPECT_EQ(ERROR_MORE_DATA, reg.GetErrCode());
-    EXPECT_EQ(7u, value);
-    EXPECT_FALSE(reg.Read(L"Missing", value));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
-    EXPECT_EQ(7u, value);
-}
-
-TEST(RegistryTest, StringsOfEveryLengthAroundTheBufferSize)
-{
-    RegistryTestKey testKey;
-    MCRegistry reg;
-    ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, testKey.Path()));
     for (int length : {0, 1, 511, 512, 1500}) {
         CString written;
         for (int i = 0; i < length; ++i)
             written += static_cast<wchar_t>(L'A' + i % 26);
         ASSERT_TRUE(reg.Write(L"S", written));
-        CString read(L"previous");
-        EXPECT_TRUE(reg.Read(L"S", read)) << length;
-        EXPECT_EQ(written, read) << length;
+        EXPECT_EQ(L"1 0 " + std::wstring(written), ReadAs(reg, String, L"S", 0)) << length;
     }
-
-    // A value of no bytes at all reads as an empty string.
-    ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(testKey.Handle(), L"Empty", 0, REG_SZ, NULL, 0));
-    CString read(L"previous");
-    EXPECT_TRUE(reg.Read(L"Empty", read));
-    EXPECT_TRUE(read.IsEmpty());
-
-    // Stored without its terminator, a string ends with its data.
-    ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(testKey.Handle(), L"Bare", 0, REG_SZ,
-                                              reinterpret_cast<const BYTE*>(L"xyz"), 6));
-    EXPECT_TRUE(reg.Read(L"Bare", read));
-    EXPECT_EQ(CString(L"xyz"), read);
-
-    // A missing value fails and empties the result.
-    read = L"previous";
-    EXPECT_FALSE(reg.Read(L"Missing", read));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
-    EXPECT_TRUE(read.IsEmpty());
 }
 
-TEST(RegistryTest, BinaryValuesNamedByIndex)
+TEST_F(RegistryTest, RefusedCallsLeaveTheErrorCode)
 {
-    RegistryTestKey testKey;
-    MCRegistry reg;
-    ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, testKey.Path()));
-    const BYTE three[] = {3, 3, 3};
-    const BYTE minus[] = {0xAB};
-    ASSERT_TRUE(reg.Write(3, three, sizeof(three)));
-    ASSERT_TRUE(reg.Write(-12, minus, sizeof(minus)));
-    EXPECT_EQ(static_cast<DWORD>(REG_BINARY), RawValueType(testKey.Handle(), L"3"));
-
-    BYTE buffer[8] = {};
-    DWORD size = sizeof(buffer);
-    EXPECT_TRUE(reg.Read(L"3", buffer, size));
-    EXPECT_EQ(3u, size);
-    size = sizeof(buffer);
-    EXPECT_TRUE(reg.Read(-12, buffer, size));
-    EXPECT_EQ(1u, size);
-    EXPECT_EQ(0xAB, buffer[0]);
-    size = sizeof(buffer);
-    EXPECT_FALSE(reg.Read(4, buffer, size));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
-}
-
-TEST(RegistryTest, BlockWriterRefusesUnreadablePointersWithoutACall)
-{
-    RegistryTestKey testKey;
-    MCRegistry reg;
-    ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, testKey.Path()));
+    MCRegistry fresh;
+    EXPECT_EQ(L"0 0 7", ReadAs(fresh, Number, L"x", 0));
     EXPECT_FALSE(reg.DeleteValue(L"Missing"));
     ASSERT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
-
-    const BYTE* badPointers[] = {NULL, reinterpret_cast<const BYTE*>(static_cast<UINT_PTR>(0xCDCDCDCD)),
-                                 reinterpret_cast<const BYTE*>(static_cast<UINT_PTR>(0xFEEEFEEE))};
-    for (const BYTE* bad : badPointers) {
-        EXPECT_FALSE(reg.Write(L"Bad", bad, 4));
-        EXPECT_FALSE(reg.Write(9, bad, 4));
+    // The block writers refuse unreadable pointers without a call.
+    for (UINT_PTR bad : {UINT_PTR(0), UINT_PTR(0xCDCDCDCD), UINT_PTR(0xFEEEFEEE)}) {
+        const BYTE* pointer = reinterpret_cast<const BYTE*>(bad);
+        EXPECT_FALSE(reg.Write(L"Bad", pointer, 4) || reg.Write(9, pointer, 4));
         EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
     }
-    Names values;
-    EXPECT_TRUE(reg.GetEnumValues(HKEY_CURRENT_USER, testKey.Path(), values));
-    EXPECT_EQ(0, values.GetSize());
+    EXPECT_EQ("", Stored(key.Handle(), L"Bad") + Stored(key.Handle(), L"9"));
+
+    // Closed (twice is harmless), every call but the enumerations is refused.
+    reg.Close();
+    reg.Close();
+    const BYTE data[] = {1};
+    EXPECT_FALSE(reg.Write(L"n", 1u) || reg.Write(L"s", CString(L"t")) || reg.Write(L"b", data, 1));
+    EXPECT_FALSE(reg.Write(1, data, 1) || reg.DeleteKey(L"k") || reg.DeleteValue(L"v"));
+    const wchar_t* closedReads[] = {L"0 2 7", L"0 2 untouched", L"0 2 ", L"0 2 "};
+    for (Reader reader : {Number, String, Block, Index})
+        EXPECT_EQ(closedReads[reader], ReadAs(reg, reader, L"1", 4));
+
+    // No lasting key can be made under a volatile one.
+    ScopedKey volatileKey(ScopedTestKey::Create(key.Handle(), L"Volatile", REG_OPTION_VOLATILE));
+    MCRegistry failed;
+    EXPECT_FALSE(failed.Open(HKEY_CURRENT_USER, key.Path(L"Volatile\\Lasting")));
+    EXPECT_EQ(ERROR_CHILD_MUST_BE_VOLATILE, failed.GetErrCode());
+    EXPECT_FALSE(failed.Write(L"x", 1u));
+    EXPECT_EQ((Names{L"failed", L"stale"}), List(failed, true, key.Path(L"Volatile\\Lasting")));
+    EXPECT_EQ((Names{L"failed", L"stale"}), List(failed, false, key.Path(L"Volatile\\Lasting")));
 }
 
-TEST(RegistryTest, EnumerationsOfEmptyMissingAndPopulatedKeys)
+TEST_F(RegistryTest, EnumerationsOfEmptyMissingAndPopulatedKeys)
 {
-    RegistryTestKey testKey;
-    MCRegistry reg;
-    Names names;
-    names.Add(CString(L"stale"));
-
-    // Empty: true and an emptied array.
-    EXPECT_TRUE(reg.GetEnumKeys(HKEY_CURRENT_USER, testKey.Path(), names));
-    EXPECT_EQ(0, names.GetSize());
-    names.Add(CString(L"stale"));
-    EXPECT_TRUE(reg.GetEnumValues(HKEY_CURRENT_USER, testKey.Path(), names));
-    EXPECT_EQ(0, names.GetSize());
-
-    // Missing: created.
-    ASSERT_FALSE(testKey.Exists(L"Missing"));
-    EXPECT_TRUE(reg.GetEnumKeys(HKEY_CURRENT_USER, testKey.Path(L"Missing"), names));
-    EXPECT_EQ(0, names.GetSize());
-    EXPECT_TRUE(testKey.Exists(L"Missing"));
-    EXPECT_TRUE(reg.GetEnumValues(HKEY_CURRENT_USER, testKey.Path(L"AlsoMissing"), names));
-    EXPECT_TRUE(testKey.Exists(L"AlsoMissing"));
+    // An empty key lists nothing, a missing one is created.
+    MCRegistry lister;
+    EXPECT_EQ(Names{L"ok"}, List(lister, true, key.Path()));
+    EXPECT_EQ(Names{L"ok"}, List(lister, false, key.Path()));
+    EXPECT_EQ(Names{L"ok"}, List(lister, true, key.Path(L"Missing")));
+    EXPECT_EQ(Names{L"ok"}, List(lister, false, key.Path(L"AlsoMissing")));
+    EXPECT_TRUE(key.Exists(L"Missing") && key.Exists(L"AlsoMissing"));
 
     // Populated: every name, in the order the system lists them.
-    MCRegistry writer;
-    ASSERT_TRUE(writer.Open(HKEY_CURRENT_USER, testKey.Path(L"Full")));
-    const wchar_t* keyNames[] = {L"zeta", L"Alpha", L"beta", L"\x00C9t\x00E9", L"9"};
-    for (const wchar_t* name : keyNames) {
-        MCRegistry sub;
-        ASSERT_TRUE(sub.Open(HKEY_CURRENT_USER, testKey.Path(L"Full\\") + name));
-    }
-    const wchar_t* valueNames[] = {L"z", L"", L"A", L"m"};
-    for (const wchar_t* name : valueNames)
+    for (const wchar_t* name : {L"zeta", L"Alpha", L"beta", L"\x00C9t\x00E9", L"9"})
+        ASSERT_TRUE(MCRegistry().Open(HKEY_CURRENT_USER, key.Path(L"Full\\") + name));
+    InspectedRegistry writer;
+    ASSERT_TRUE(writer.Open(HKEY_CURRENT_USER, key.Path(L"Full")));
+    for (const wchar_t* name : {L"z", L"", L"A", L"m"})
         ASSERT_TRUE(writer.Write(name, 1u));
-
-    writer.Close();
-
-    HKEY rawKey = NULL;
-    ASSERT_EQ(ERROR_SUCCESS, ::RegOpenKeyExW(testKey.Handle(), L"Full", 0, KEY_READ, &rawKey));
-    ScopedKey full(rawKey);
-    std::vector<CString> systemKeys, systemValues;
+    Names systemKeys{L"ok"}, systemValues{L"ok"};
     wchar_t buffer[300];
-    for (DWORD i = 0; ::RegEnumKeyW(full.Get(), i, buffer, 300) == ERROR_SUCCESS; ++i)
+    for (DWORD i = 0; ::RegEnumKeyW(writer.m_hKey, i, buffer, 300) == ERROR_SUCCESS; ++i)
         systemKeys.push_back(buffer);
-    for (DWORD i = 0;; ++i) {
-        DWORD length = 300;
-        if (::RegEnumValueW(full.Get(), i, buffer, &length, NULL, NULL, NULL, NULL) != ERROR_SUCCESS)
-            break;
+    for (DWORD i = 0, length = 300; ::RegEnumValueW(writer.m_hKey, i, buffer, &length, 0, 0, 0, 0) == ERROR_SUCCESS;
+         ++i, length = 300)
         systemValues.push_back(buffer);
-    }
-    ASSERT_EQ(5u, systemKeys.size());
-    ASSERT_EQ(4u, systemValues.size());
-
-    names.Add(CString(L"stale"));
-    EXPECT_TRUE(reg.GetEnumKeys(HKEY_CURRENT_USER, testKey.Path(L"Full"), names));
-    EXPECT_EQ(systemKeys, ToVector(names));
-    EXPECT_TRUE(reg.GetEnumValues(HKEY_CURRENT_USER, testKey.Path(L"Full"), names));
-    EXPECT_EQ(systemValues, ToVector(names));
-
-    // The enumerations leave the wrapper closed.
-    EXPECT_FALSE(reg.Write(L"after", 1u));
+    ASSERT_EQ(6u, systemKeys.size());
+    ASSERT_EQ(5u, systemValues.size());
+    EXPECT_EQ(systemKeys, List(lister, true, key.Path(L"Full")));
+    EXPECT_EQ(systemValues, List(lister, false, key.Path(L"Full")));
+    EXPECT_FALSE(lister.Write(L"after", 1u)) << "the enumerations leave the wrapper closed";
 }
 
-TEST(RegistryTest, FailedOpensReportTheSystemResult)
+TEST_F(RegistryTest, DeleteKeyRefusesAKeyWithSubKeys)
 {
-    RegistryTestKey testKey;
-    ScopedKey volatileKey(testKey.CreateVolatile(L"Volatile"));
-    ASSERT_NE(static_cast<HKEY>(NULL), volatileKey.Get());
-
-    MCRegistry reg;
-    EXPECT_FALSE(reg.Open(HKEY_CURRENT_USER, testKey.Path(L"Volatile\\Lasting")));
-    EXPECT_EQ(ERROR_CHILD_MUST_BE_VOLATILE, reg.GetErrCode());
-    EXPECT_FALSE(reg.Write(L"x", 1u));
-
-    Names names;
-    names.Add(CString(L"kept"));
-    EXPECT_FALSE(reg.GetEnumKeys(HKEY_CURRENT_USER, testKey.Path(L"Volatile\\Lasting"), names));
-    EXPECT_FALSE(reg.GetEnumValues(HKEY_CURRENT_USER, testKey.Path(L"Volatile\\Lasting"), names));
-    ASSERT_EQ(1, names.GetSize());
-    EXPECT_EQ(CString(L"kept"), names[0]);
-}
-
-TEST(RegistryTest, DeleteKeyRefusesAKeyWithSubKeys)
-{
-    RegistryTestKey testKey;
-    MCRegistry child;
-    ASSERT_TRUE(child.Open(HKEY_CURRENT_USER, testKey.Path(L"Parent\\Child")));
-    child.Close();
-
-    MCRegistry reg;
-    ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, testKey.Path()));
+    ASSERT_TRUE(MCRegistry().Open(HKEY_CURRENT_USER, key.Path(L"Parent\\Child")));
     EXPECT_FALSE(reg.DeleteKey(L"Parent"));
     EXPECT_NE(ERROR_SUCCESS, reg.GetErrCode());
-    EXPECT_TRUE(testKey.Exists(L"Parent\\Child"));
-
-    EXPECT_TRUE(reg.DeleteKey(L"Parent\\Child"));
-    EXPECT_TRUE(reg.DeleteKey(L"Parent"));
-    EXPECT_FALSE(testKey.Exists(L"Parent"));
+    EXPECT_TRUE(key.Exists(L"Parent\\Child"));
+    EXPECT_TRUE(reg.DeleteKey(L"Parent\\Child") && reg.DeleteKey(L"Parent"));
+    EXPECT_FALSE(key.Exists(L"Parent"));
     EXPECT_FALSE(reg.DeleteKey(L"Parent"));
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
-
-    ASSERT_TRUE(reg.Write(L"v", 1u));
-    EXPECT_TRUE(reg.DeleteValue(L"v"));
+    EXPECT_TRUE(reg.Write(L"v", 1u) && reg.DeleteValue(L"v"));
     EXPECT_FALSE(reg.DeleteValue(L"v"));
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
 }
 
-TEST(RegistryTest, ClosedWrapperCallsLeaveTheErrorCode)
+TEST_F(RegistryTest, CopiesShareOneHandle)
 {
-    RegistryTestKey testKey;
-    MCRegistry fresh;
-    DWORD number = 5;
-    EXPECT_FALSE(fresh.Read(L"x", number));
-    EXPECT_EQ(ERROR_SUCCESS, fresh.GetErrCode());
-
-    MCRegistry reg;
-    ASSERT_TRUE(reg.Open(HKEY_CURRENT_USER, testKey.Path()));
     EXPECT_FALSE(reg.DeleteValue(L"Missing"));
-    reg.Close();
-    reg.Close();  // twice is harmless
-
-    const BYTE data[] = {1};
-    CString text;
-    DWORD size = sizeof(number);
-    EXPECT_FALSE(reg.Write(L"n", 1u));
-    EXPECT_FALSE(reg.Write(L"s", CString(L"t")));
-    EXPECT_FALSE(reg.Write(L"b", data, sizeof(data)));
-    EXPECT_FALSE(reg.Write(1, data, sizeof(data)));
-    EXPECT_FALSE(reg.Read(L"n", number));
-    EXPECT_FALSE(reg.Read(L"s", text));
-    EXPECT_FALSE(reg.Read(L"b", reinterpret_cast<BYTE*>(&number), size));
-    EXPECT_FALSE(reg.Read(1, reinterpret_cast<BYTE*>(&number), size));
-    EXPECT_FALSE(reg.DeleteKey(L"k"));
-    EXPECT_FALSE(reg.DeleteValue(L"v"));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
-    EXPECT_EQ(5u, number);
-}
-
-TEST(RegistryTest, CopiesShareOneHandle)
-{
-    RegistryTestKey testKey;
-    RegistryProbe original;
-    ASSERT_TRUE(original.Open(HKEY_CURRENT_USER, testKey.Path(L"Shared")));
-    EXPECT_FALSE(original.DeleteValue(L"Missing"));
-
-    RegistryProbe assigned;
+    InspectedRegistry assigned;
     {
-        RegistryProbe copy(original);
-        EXPECT_EQ(original.Key(), copy.Key());
-        EXPECT_EQ(testKey.Path(L"Shared"), copy.KeyPath());
+        InspectedRegistry copy(reg);
+        EXPECT_EQ(reg.m_hKey, copy.m_hKey);
+        EXPECT_EQ(key.Path(), copy.m_keyPath);
         EXPECT_EQ(ERROR_FILE_NOT_FOUND, copy.GetErrCode());
         EXPECT_TRUE(copy.Write(L"FromCopy", 42u));
-        DWORD value = 0;
-        EXPECT_TRUE(original.Read(L"FromCopy", value));
-        EXPECT_EQ(42u, value);
-
+        EXPECT_EQ(L"1 0 2a", ReadAs(reg, Number, L"FromCopy", 0));
         assigned = copy;
-        EXPECT_EQ(original.Key(), assigned.Key());
+        EXPECT_EQ(reg.m_hKey, assigned.m_hKey);
         // The copy's destructor closes the handle that all three share.
     }
-    EXPECT_FALSE(original.Write(L"AfterClose", 1u));
-    EXPECT_EQ(ERROR_INVALID_HANDLE, original.GetErrCode());
-    original.Forget();
-    assigned.Forget();
+    EXPECT_FALSE(reg.Write(L"AfterClose", 1u));
+    EXPECT_EQ(ERROR_INVALID_HANDLE, reg.GetErrCode());
+    reg.m_hKey = assigned.m_hKey = NULL;
 }
 
 TEST(StringArrayTest, AppendsAndRefusesANegativeSize)
 {
-    class Corrupted : public MCStringArrayImpl<CString, const CString&> {
-    public:
+    struct Corrupted : MCStringArrayImpl<CString, const CString&> {
         void SetRawSize(INT_PTR size) { m_nSize = size; }
-    };
-    Corrupted names;
+    } names;
     EXPECT_EQ(0, names.Add(CString(L"a")));
     EXPECT_EQ(1, names.Add(CString(L"b")));
     EXPECT_EQ(CString(L"b"), names[1]);
-
     names.SetRawSize(-1);
     bool thrown = false;
     try {
@@ -363,5 +237,4 @@ TEST(StringArrayTest, AppendsAndRefusesANegativeSize)
     }
     EXPECT_TRUE(thrown);
     names.SetRawSize(2);
-    EXPECT_EQ(2, names.GetSize());
 }
