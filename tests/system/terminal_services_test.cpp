@@ -1,266 +1,274 @@
 #include <gtest/gtest.h>
-#include <aclapi.h>
-#include <map>
-#include <memory>
 #include <string>
-#include <vector>
 #include "ChildProcess.h"
 #include "KernelObjectNames.h"
+#include "MCAdvApi32Dll.h"
+#include "MCWTSSession.h"
+#include "ScopedTestKey.h"
+
+// wts_probe run under emulated Windows versions (Wine takes the version from the
+// executable's name), on NT 4 with each kind of "ProductSuite".
+TEST(TerminalServices, EmulatedWindowsVersions)
+{
+    // Name offsets and mutex access with terminal services, and without (prefixes skipped).
+    const std::string kept = " 1 1 0 0 0 0 0 0 0 0 0 0 0 - - - open";
+    const std::string stripped = " 0 0 7 8 6 0 0 0 7 7 7 6 6 - - - plain";
+    const struct {
+        const wchar_t* wine;
+        DWORD suiteType;  // 0: no "ProductSuite" value
+        std::wstring suite;
+        std::string expected;
+    } cases[] = {
+        {L"win98", 0, L"", "9x" + stripped},
+        {L"nt40", 0, L"", "4.0" + stripped},
+        // Wine's VerifyVersionInfoA reports no terminal suite, so 5.0 answers no.
+        {L"win2k", 0, L"", "5.0" + stripped},
+        {L"winxp", 0, L"", "5.1" + kept},
+        {L"win7", 0, L"", "6.1" + kept},
+        {L"nt40", REG_MULTI_SZ, std::wstring(L"Enterprise\0Terminal Server\0\0", 29), "4.0" + kept},
+        {L"nt40", REG_MULTI_SZ, std::wstring(L"Terminal Server\0\0", 17), "4.0" + kept},
+        {L"nt40", REG_MULTI_SZ, std::wstring(L"Enterprise\0Small Business\0\0", 27), "4.0" + stripped},
+        {L"nt40", REG_MULTI_SZ, std::wstring(L"terminal server\0\0", 17), "4.0" + stripped},
+        {L"nt40", REG_SZ, std::wstring(L"Terminal Server\0", 16), "4.0" + stripped},
+    };
+    ScopedValueOverride suite(HKEY_LOCAL_MACHINE, L"System\\CurrentControlSet\\Control\\ProductOptions",
+                              L"ProductSuite");
+    for (const auto& c : cases) {
+        std::wstring program = std::wstring(L"wts_probe_") + c.wine + L".exe";
+        ScopedValueOverride version(HKEY_CURRENT_USER, (L"Software\\Wine\\AppDefaults\\" + program).c_str(),
+                                    L"Version");
+        ASSERT_TRUE(version.Set(REG_SZ, std::wstring(c.wine) + L'\0'));
+        if (c.suiteType == 0)
+            suite.Remove();
+        else
+            ASSERT_TRUE(suite.Set(c.suiteType, c.suite));
+        ChildProcess probe(program.c_str(), L"");
+        EXPECT_EQ(c.expected, probe.ReadLine()) << c.wine << ", suite type " << c.suiteType;
+        probe.Wait();
+    }
+}
+
+TEST(TerminalServices, OpenAccessMutexKeepsTheErrorAndTheCallersAttributes)
+{
+    HANDLE first = CreateMutexAllAccess(NULL, TRUE, L"Global\\TesvorTestTwiceMutex");
+    ASSERT_NE(HANDLE(NULL), first);
+    ::SetLastError(0);
+    HANDLE second = CreateMutexAllAccess(NULL, FALSE, L"Global\\TesvorTestTwiceMutex");
+    EXPECT_EQ(DWORD(ERROR_ALREADY_EXISTS), ::GetLastError());
+    EXPECT_NE(HANDLE(NULL), second);
+    // The caller's attributes are used as given: here, an inheritable handle.
+    SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), NULL, TRUE};
+    HANDLE third = CreateMutexAllAccess(&inheritable, FALSE, L"TesvorTestCallerSecuredMutex");
+    DWORD flags = 0;
+    EXPECT_TRUE(::GetHandleInformation(third, &flags) && (flags & HANDLE_FLAG_INHERIT));
+    for (HANDLE handle : {first, second, third})
+        ::CloseHandle(handle);
+}
 
 namespace {
 
-// A registry value set for one test and put back as it was afterwards.
-class RegistryValueOverride {
+// A library wrapper with one entry point to bind, counting binder calls.
+class OneEntryDll : public MCDll {
 public:
-    RegistryValueOverride(HKEY root, const wchar_t* subKey, const wchar_t* name)
-        : m_key(NULL), m_name(name), m_existed(false), m_type(0)
-    {
-        ::RegCreateKeyExW(root, subKey, 0, NULL, 0, KEY_QUERY_VALUE | KEY_SET_VALUE, NULL, &m_key, NULL);
-        DWORD size = 0;
-        if (m_key && ::RegQueryValueExW(m_key, name, NULL, &m_type, NULL, &size) == ERROR_SUCCESS) {
-            m_saved.resize(size);
-            m_existed = ::RegQueryValueExW(m_key, name, NULL, &m_type, m_saved.empty() ? NULL : &m_saved[0],
-                                           &size) == ERROR_SUCCESS;
-        }
-    }
-    ~RegistryValueOverride()
-    {
-        if (!m_key)
-            return;
-        if (m_existed)
-            ::RegSetValueExW(m_key, m_name.c_str(), 0, m_type, m_saved.empty() ? NULL : &m_saved[0],
-                             static_cast<DWORD>(m_saved.size()));
-        else
-            ::RegDeleteValueW(m_key, m_name.c_str());
-        ::RegCloseKey(m_key);
-    }
-    RegistryValueOverride(const RegistryValueOverride&) = delete;
-    RegistryValueOverride& operator=(const RegistryValueOverride&) = delete;
+    OneEntryDll(const wchar_t* dll, const char* entry) : MCDll(dll), m_entry(entry) { Load(); }
+    DWORD SavedError() const { return m_lastError; }
+    int binds = 0;
 
-    bool Set(DWORD type, const std::wstring& data)  // data with its terminator(s)
+protected:
+    bool BindEntryPoints() override
     {
-        return m_key && ::RegSetValueExW(m_key, m_name.c_str(), 0, type,
-                                         reinterpret_cast<const BYTE*>(data.data()),
-                                         static_cast<DWORD>(data.size() * sizeof(wchar_t))) == ERROR_SUCCESS;
-    }
-    bool Remove() { return m_key && (::RegDeleteValueW(m_key, m_name.c_str()), true); }
-
-private:
-    HKEY m_key;
-    std::wstring m_name;
-    bool m_existed;
-    DWORD m_type;
-    std::basic_string<BYTE> m_saved;
-};
-
-const wchar_t kProductOptions[] = L"System\\CurrentControlSet\\Control\\ProductOptions";
-
-// The probe copy that Wine treats as the given Windows version, running.
-class ProbeRun {
-public:
-    explicit ProbeRun(const wchar_t* version)
-        : m_program(std::wstring(L"wts_probe_") + version + L".exe"),
-          m_setting(HKEY_CURRENT_USER, (L"Software\\Wine\\AppDefaults\\" + m_program).c_str(), L"Version")
-    {
-        m_setting.Set(REG_SZ, std::wstring(version) + L'\0');
-        m_probe.reset(new ChildProcess(m_program.c_str(), L""));
-        m_started = m_probe->Started();
-    }
-    // What it printed, once it has ended.
-    std::map<std::string, std::string> Values()
-    {
-        std::map<std::string, std::string> values;
-        for (std::string line; m_started && !(line = m_probe->ReadLine()).empty();)
-            values[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
-        m_probe->Wait();
-        return values;
+        ++binds;
+        return m_hDll && ::GetProcAddress(m_hDll, m_entry);
     }
 
 private:
-    std::wstring m_program;
-    RegistryValueOverride m_setting;
-    std::unique_ptr<ChildProcess> m_probe;
-    bool m_started;
+    const char* m_entry;
 };
 
-// "major.minor" of a GetVersion value printed in hex, "9x" for that family.
-std::string VersionOf(const std::string& hex)
-{
-    unsigned long version = std::stoul(hex, NULL, 16);
-    if (version & 0x80000000)
-        return "9x";
-    return std::to_string(version & 0xFF) + "." + std::to_string((version >> 8) & 0xFF);
-}
-
-void ExpectNamesFollow(bool terminal, std::map<std::string, std::string>& probe)
-{
-    EXPECT_EQ(terminal ? "1" : "0", probe["terminal"]);
-    EXPECT_EQ(terminal ? "Global\\Foo" : "Foo", probe["global"]);
-    EXPECT_EQ(terminal ? "Session\\Foo" : "Foo", probe["session"]);
-    EXPECT_EQ(terminal ? "Local\\Foo" : "Foo", probe["local"]);
-    EXPECT_EQ("global\\Foo", probe["lowercase"]);
-    EXPECT_EQ("Foo", probe["plain"]);
-    EXPECT_EQ(terminal ? "Global\\Foo" : "Foo", probe["globalname"]);
-    EXPECT_EQ(terminal ? "Local\\Foo" : "Foo", probe["localname"]);
-    // Without terminal services the prefix length is skipped blindly.
-    EXPECT_EQ(terminal ? "0" : "7", probe["globalname_short_offset"]);
-    // The open-access DACL is built only with terminal services.
-    if (terminal)
-        EXPECT_EQ("1:001f0003:1", probe["dacl"]);
-    else
-        EXPECT_NE("1:001f0003:1", probe["dacl"]);
-}
-
-struct Dacl {
-    int count = -1;
-    DWORD mask = 0;
-    bool everyone = false;
-};
-
-Dacl ReadDacl(HANDLE object)
-{
-    Dacl result;
-    ACL* dacl = NULL;
-    PSECURITY_DESCRIPTOR descriptor = NULL;
-    if (::GetSecurityInfo(object, SE_KERNEL_OBJECT, DACL_SECURITY_INFORMATION, NULL, NULL, &dacl,
-                          NULL, &descriptor) != ERROR_SUCCESS)
-        return result;
-    result.count = dacl ? dacl->AceCount : 0;
-    ACCESS_ALLOWED_ACE* ace = NULL;
-    if (result.count > 0 && ::GetAce(dacl, 0, reinterpret_cast<void**>(&ace)) &&
-        ace->Header.AceType == ACCESS_ALLOWED_ACE_TYPE) {
-        BYTE world[SECURITY_MAX_SID_SIZE];
-        DWORD size = sizeof(world);
-        ::CreateWellKnownSid(WinWorldSid, NULL, world, &size);
-        result.mask = ace->Mask;
-        result.everyone = ::EqualSid(&ace->SidStart, world) != FALSE;
+struct InspectedWTSDll : MCWTSDll {
+    using MCDll::Free;
+    using MCDll::m_lastError;
+    bool AllBound() const
+    {
+        return m_pfnRegisterSessionNotification && m_pfnUnRegisterSessionNotification && m_pfnQuerySessionInformationA &&
+               m_pfnQuerySessionInformationW && m_pfnFreeMemory && m_pfnEnumerateSessionsA && m_pfnEnumerateSessionsW;
     }
-    ::LocalFree(descriptor);
-    return result;
-}
-
-class Handle {
-public:
-    explicit Handle(HANDLE handle = NULL) : m_handle(handle) {}
-    ~Handle() { if (m_handle) ::CloseHandle(m_handle); }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    HANDLE get() const { return m_handle; }
-
-private:
-    HANDLE m_handle;
 };
+struct InspectedAdvApi32Dll : MCAdvApi32Dll {
+    using MCDll::Free;
+    using MCDll::m_lastError;
+};
+
+// A system library that nothing else in the suite loads.
+const wchar_t kUnusedDll[] = L"hid.dll";
 
 }  // namespace
 
-// Wine's default version is 6.1, where terminal services are always taken as present.
-TEST(TerminalServices, DefaultWineKeepsEveryPrefix)
+TEST(LateBoundDll, LoadsOnlyWhenEveryEntryPointIsThere)
 {
-    ASSERT_TRUE(HasTerminalServices());
-    EXPECT_EQ(HasTerminalServices(), HasTerminalServices());
-    const wchar_t* names[] = {L"Global\\Foo", L"Session\\Foo", L"Local\\Foo", L"global\\Foo", L"Foo", L""};
-    for (const wchar_t* name : names) {
-        EXPECT_EQ(name, KernaelObjectName(name));
-        EXPECT_EQ(name, GlobalName(name));
-        EXPECT_EQ(name, LocalName(name));
-    }
-    EXPECT_EQ(NULL, KernaelObjectName(NULL));
-    EXPECT_EQ(NULL, GlobalName(NULL));
-    EXPECT_EQ(NULL, LocalName(NULL));
-}
-
-TEST(TerminalServices, EmulatedWindowsVersions)
-{
-    RegistryValueOverride suite(HKEY_LOCAL_MACHINE, kProductOptions, L"ProductSuite");
-    ASSERT_TRUE(suite.Remove());
     const struct {
-        const wchar_t* wine;
-        const char* version;
-        bool terminal;
+        const wchar_t* dll;
+        const char* entry;
+        bool loaded;
+        DWORD error;  // saved error when not loaded
     } cases[] = {
-        {L"win98", "9x", false},
-        {L"nt40", "4.0", false},  // no "ProductSuite" value at all
-        // Wine's VerifyVersionInfoA reports no terminal suite, so 5.0 answers no.
-        {L"win2k", "5.0", false},
-        {L"winxp", "5.1", true},
-        {L"win7", "6.1", true},
-    };
-    // Each version has its own program name and setting, so they run side by side.
-    std::vector<std::unique_ptr<ProbeRun>> runs;
-    for (const auto& c : cases)
-        runs.emplace_back(new ProbeRun(c.wine));
-    for (size_t i = 0; i < runs.size(); ++i) {
-        const auto& c = cases[i];
-        SCOPED_TRACE(std::string(c.version));
-        std::map<std::string, std::string> probe = runs[i]->Values();
-        ASSERT_FALSE(probe["version"].empty());
-        EXPECT_EQ(c.version, VersionOf(probe["version"]));
-        ExpectNamesFollow(c.terminal, probe);
-    }
-}
-
-TEST(TerminalServices, NT4ReadsTheProductSuiteList)
-{
-    RegistryValueOverride suite(HKEY_LOCAL_MACHINE, kProductOptions, L"ProductSuite");
-    const struct {
-        DWORD type;
-        std::wstring value;
-        bool terminal;
-    } cases[] = {
-        {REG_MULTI_SZ, std::wstring(L"Enterprise\0Terminal Server\0\0", 29), true},
-        {REG_MULTI_SZ, std::wstring(L"Terminal Server\0\0", 17), true},
-        {REG_MULTI_SZ, std::wstring(L"Enterprise\0Small Business\0\0", 27), false},
-        {REG_MULTI_SZ, std::wstring(L"terminal server\0\0", 17), false},
-        {REG_SZ, std::wstring(L"Terminal Server\0", 16), false},
+        {L"kernel32.dll", "GetVersion", true, 0},
+        {L"kernel32.dll", "NoSuchEntryPoint", false, ERROR_PROC_NOT_FOUND},
+        {L"no_such_library_here.dll", "GetVersion", false, ERROR_MOD_NOT_FOUND},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << "type " << c.type << ", " << c.value.size() << " chars");
-        ASSERT_TRUE(suite.Set(c.type, c.value));
-        std::map<std::string, std::string> probe = ProbeRun(L"nt40").Values();
-        ASSERT_EQ("4.0", VersionOf(probe["version"]));
-        ExpectNamesFollow(c.terminal, probe);
+        OneEntryDll dll(c.dll, c.entry);
+        EXPECT_EQ(c.loaded, static_cast<bool>(dll) && dll.GetDllHandle() != NULL) << c.entry;
+        EXPECT_EQ(1, dll.binds) << "the binder also runs after a failed load";
+        EXPECT_EQ(c.error, c.loaded ? 0 : dll.SavedError()) << c.entry;
     }
+    InspectedWTSDll wts;
+    EXPECT_TRUE(wts && wts.AllBound());
+
+    // An incomplete library is released again; copies share one load reference (the copy
+    // took none of its own and gave back the original's).
+    if (::GetModuleHandleW(kUnusedDll))
+        GTEST_SKIP() << "already loaded by the process";
+    EXPECT_FALSE(OneEntryDll(kUnusedDll, "NoSuchEntryPoint"));
+    EXPECT_EQ(NULL, ::GetModuleHandleW(kUnusedDll));
+    OneEntryDll original(kUnusedDll, "HidD_GetHidGuid");
+    ASSERT_TRUE(original);
+    EXPECT_EQ(original.GetDllHandle(), OneEntryDll(original).GetDllHandle());
+    EXPECT_EQ(NULL, ::GetModuleHandleW(kUnusedDll));
+    EXPECT_TRUE(original);
 }
 
-TEST(OpenAccessMutex, DaclGrantsEveryoneAllAccessOnly)
+TEST(LateBoundDll, CallsWithoutTheLibrary)
 {
-    ASSERT_TRUE(HasTerminalServices());
-    Handle mutex(CreateMutexAllAccess(NULL, FALSE, L"TesvorTestOpenAccessMutex"));
-    ASSERT_NE(HANDLE(NULL), mutex.get());
-    Dacl dacl = ReadDacl(mutex.get());
-    EXPECT_EQ(1, dacl.count) << "the administrators' entry stays out";
-    EXPECT_TRUE(dacl.everyone);
-    EXPECT_EQ(0x001F0003u, dacl.mask);
-}
+    // The session calls return 0 and save nothing.
+    InspectedWTSDll wts;
+    wts.Free();
+    ASSERT_FALSE(wts);
+    wts.m_lastError = 4242;
+    LPWSTR wide = NULL;
+    LPSTR narrow = NULL;
+    WTS_SESSION_INFOW* sessionsW = NULL;
+    WTS_SESSION_INFOA* sessionsA = NULL;
+    DWORD count = 0;
+    HWND window = ::GetDesktopWindow();
+    EXPECT_EQ(0, wts.WTSRegisterSessionNotification(window, 0) + wts.WTSUnRegisterSessionNotification(window));
+    EXPECT_EQ(0, wts.WTSQuerySessionInformationW(NULL, WTS_CURRENT_SESSION, WTSSessionId, &wide, &count) +
+                     wts.WTSQuerySessionInformationA(NULL, WTS_CURRENT_SESSION, WTSSessionId, &narrow, &count));
+    EXPECT_EQ(0, wts.WTSEnumerateSessionsW(NULL, 0, 1, &sessionsW, &count) +
+                     wts.WTSEnumerateSessionsA(NULL, 0, 1, &sessionsA, &count));
+    wts.WTSFreeMemory(NULL);
+    EXPECT_EQ(4242u, wts.m_lastError);
+    EXPECT_TRUE(wide == NULL && sessionsW == NULL);
 
-TEST(OpenAccessMutex, SecondCreationReportsAlreadyExists)
-{
-    Handle first(CreateMutexAllAccess(NULL, TRUE, L"Global\\TesvorTestTwiceMutex"));
-    ASSERT_NE(HANDLE(NULL), first.get());
+    // The security calls pass through and save their error; without the library they
+    // return 1 and touch nothing.
+    InspectedAdvApi32Dll advapi;
+    ASSERT_TRUE(advapi);
+    SID_IDENTIFIER_AUTHORITY world = {SECURITY_WORLD_SID_AUTHORITY};
+    void* sid = NULL;
     ::SetLastError(0);
-    Handle second(CreateMutexAllAccess(NULL, FALSE, L"Global\\TesvorTestTwiceMutex"));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_ALREADY_EXISTS), ::GetLastError());
-    EXPECT_NE(HANDLE(NULL), second.get());
+    EXPECT_FALSE(advapi.AllocateAndInitializeSid(&world, 9, 0, 0, 0, 0, 0, 0, 0, 0, &sid));  // too many
+    EXPECT_NE(0u, advapi.m_lastError);
+    EXPECT_EQ(::GetLastError(), advapi.m_lastError);
+    ASSERT_TRUE(advapi.AllocateAndInitializeSid(&world, 1, 0, 0, 0, 0, 0, 0, 0, 0, &sid));
+    EXPECT_TRUE(::IsValidSid(sid));
+    ::FreeSid(sid);
+    advapi.Free();
+    sid = NULL;
+    ACL* acl = NULL;
+    BYTE descriptor[SECURITY_DESCRIPTOR_MIN_LENGTH] = {};
+    EXPECT_EQ(1, advapi.AllocateAndInitializeSid(&world, 1, 0, 0, 0, 0, 0, 0, 0, 0, &sid));
+    EXPECT_EQ(1u, advapi.SetEntriesInAclW(0, NULL, NULL, &acl));
+    EXPECT_EQ(1, advapi.InitializeSecurityDescriptor(descriptor, SECURITY_DESCRIPTOR_REVISION));
+    EXPECT_EQ(1, advapi.SetSecurityDescriptorDacl(descriptor, TRUE, NULL, FALSE));
+    EXPECT_TRUE(sid == NULL && acl == NULL && descriptor[0] == 0);
 }
 
-TEST(OpenAccessMutex, CallerSecurityAttributesAreUsedAsGiven)
-{
-    // Everyone may only wait on this one: a mask the open-access DACL never has.
-    BYTE world[SECURITY_MAX_SID_SIZE];
-    DWORD size = sizeof(world);
-    ASSERT_TRUE(::CreateWellKnownSid(WinWorldSid, NULL, world, &size));
-    BYTE aclBuffer[128];
-    ACL* acl = reinterpret_cast<ACL*>(aclBuffer);
-    ASSERT_TRUE(::InitializeAcl(acl, sizeof(aclBuffer), ACL_REVISION));
-    ASSERT_TRUE(::AddAccessAllowedAce(acl, ACL_REVISION, SYNCHRONIZE, world));
-    SECURITY_DESCRIPTOR descriptor;
-    ASSERT_TRUE(::InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION));
-    ASSERT_TRUE(::SetSecurityDescriptorDacl(&descriptor, TRUE, acl, FALSE));
-    SECURITY_ATTRIBUTES attributes = {sizeof(attributes), &descriptor, FALSE};
+namespace {
 
-    Handle mutex(CreateMutexAllAccess(&attributes, FALSE, L"TesvorTestCallerSecuredMutex"));
-    ASSERT_NE(HANDLE(NULL), mutex.get());
-    Dacl dacl = ReadDacl(mutex.get());
-    EXPECT_EQ(1, dacl.count);
-    EXPECT_EQ(static_cast<DWORD>(SYNCHRONIZE), dacl.mask);
+// Records which of the listener's slots ran.
+struct RecordingListener : MCWTSSession::MIWTSSessionNotify {
+    std::string calls;
+    bool Ran(const char* slot)
+    {
+        calls += slot;
+        return true;
+    }
+    bool OnConsoleConnect() override { return Ran("ConsoleConnect"); }
+    bool OnConsoleDisconnect() override { return Ran("ConsoleDisconnect"); }
+    bool OnSessionLogon() override { return Ran("SessionLogon"); }
+    bool OnSessionLogoff() override { return Ran("SessionLogoff"); }
+    bool OnRemoteConnect() override { return Ran("RemoteConnect"); }
+    bool OnRemoteDisconnect() override { return Ran("RemoteDisconnect"); }
+};
+
+// The slots that a session change ran.
+std::string Deliver(HWND window, RecordingListener& listener, WPARAM code)
+{
+    listener.calls.clear();
+    EXPECT_TRUE(::PostMessageW(window, WM_WTSSESSION_CHANGE, code, 1));
+    MSG message;
+    while (::PeekMessageW(&message, NULL, 0, 0, PM_REMOVE))
+        ::DispatchMessageW(&message);
+    return listener.calls;
+}
+
+}  // namespace
+
+TEST(WTSSession, HiddenWindowTurnsEachCodeIntoItsSlot)
+{
+    MCWTSSession* session = MCWTSSession::Instance();
+    ASSERT_EQ(1, session->Init());
+    EXPECT_EQ(session, MCWTSSession::Instance());
+    EXPECT_EQ(1, session->Init()) << "a second Init keeps the registration";
+    // This process's hidden window, made on this thread, points back to the session.
+    HWND window = NULL;
+    for (DWORD process = 0; (window = ::FindWindowExW(NULL, window, L"vlrwtsseswndclass", NULL)) != NULL;) {
+        ::GetWindowThreadProcessId(window, &process);
+        if (process == ::GetCurrentProcessId())
+            break;
+    }
+    ASSERT_NE(HWND(NULL), window);
+    EXPECT_FALSE(::IsWindowVisible(window));
+    EXPECT_EQ(::GetCurrentThreadId(), ::GetWindowThreadProcessId(window, NULL));
+    EXPECT_EQ(reinterpret_cast<LONG_PTR>(session), ::GetWindowLongPtrW(window, GWLP_USERDATA));
+    EXPECT_EQ(LONG_PTR(WS_OVERLAPPEDWINDOW), ::GetWindowLongPtrW(window, GWL_STYLE) & WS_OVERLAPPEDWINDOW);
+    EXPECT_EQ(ULONG_PTR(CS_CLASSDC), ::GetClassLongPtrW(window, GCL_STYLE));
+    EXPECT_EQ(reinterpret_cast<ULONG_PTR>(::GetModuleHandleW(NULL)), ::GetClassLongPtrW(window, GCLP_HMODULE));
+
+    RecordingListener listener;
+    EXPECT_EQ(NULL, session->SetNotify(&listener));
+    const char* slots[] = {"", "ConsoleConnect", "ConsoleDisconnect", "RemoteConnect", "RemoteDisconnect",
+                           "SessionLogon", "SessionLogoff", ""};
+    for (WPARAM code = 0; code <= 7; ++code)
+        EXPECT_EQ(slots[code], Deliver(window, listener, code)) << "code " << code;
+    EXPECT_EQ(0, ::SendMessageW(window, WM_WTSSESSION_CHANGE, WTS_SESSION_LOGON, 0));
+    // Without a listener nothing is called.
+    EXPECT_EQ(&listener, session->SetNotify(NULL));
+    for (WPARAM code = 0; code <= 7; ++code)
+        EXPECT_EQ("", Deliver(window, listener, code)) << "code " << code;
+
+    // A listener built against the interface finds its slots by position.
+    typedef bool (*Slot)(MCWTSSession::MIWTSSessionNotify*);
+    void** vtable = *reinterpret_cast<void***>(static_cast<MCWTSSession::MIWTSSessionNotify*>(&listener));
+    for (int slot = 0; slot < 6; ++slot)
+        reinterpret_cast<Slot>(vtable[slot])(&listener);
+    EXPECT_EQ("ConsoleConnectConsoleDisconnectSessionLogonSessionLogoffRemoteConnectRemoteDisconnect", listener.calls);
+
+    // The queries follow what the system answers; Wine 8 answers neither, so the fail-open
+    // values are what it gets.
+    InspectedWTSDll wts;
+    LPWSTR buffer = NULL;
+    DWORD bytes = 0, expectedID = 0xFFFFFFFF;
+    bool expectedConnected = true;
+    if (wts.WTSQuerySessionInformationW(NULL, WTS_CURRENT_SESSION, WTSSessionId, &buffer, &bytes)) {
+        expectedID = *reinterpret_cast<DWORD*>(buffer);
+        wts.WTSFreeMemory(buffer);
+    }
+    if (wts.WTSQuerySessionInformationW(NULL, WTS_CURRENT_SESSION, WTSConnectState, &buffer, &bytes)) {
+        expectedConnected = *reinterpret_cast<WTS_CONNECTSTATE_CLASS*>(buffer) == WTSActive;
+        wts.WTSFreeMemory(buffer);
+    }
+    EXPECT_EQ(expectedID, session->GetCurrentSessionID());
+    EXPECT_EQ(expectedConnected, session->IsSessionConnected());
 }

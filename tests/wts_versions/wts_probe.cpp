@@ -1,5 +1,7 @@
-// Prints, as key=value lines, what this process's Windows version makes of
-// terminal services, kernel-object names and open-access mutexes.
+// Prints on one line what this process's Windows version makes of terminal services: the
+// version ("9x" for that family), the test (twice, the second from the cache), how far each
+// kernel-object name function moves into its argument ("-" for null), and whether an
+// open-access mutex grants Everyone all access and nothing else ("open") or not ("plain").
 #include <windows.h>
 #include <aclapi.h>
 #include <cstdio>
@@ -7,60 +9,55 @@
 
 namespace {
 
-void PrintName(const char* key, const wchar_t* name)
+const char* MutexAccess()
 {
-    char narrow[128] = "";
-    if (name)
-        ::WideCharToMultiByte(CP_UTF8, 0, name, -1, narrow, sizeof(narrow), NULL, NULL);
-    std::printf("%s=%s\n", key, name ? narrow : "(null)");
-}
-
-// "count:mask" of the first ACE, and whether that ACE is for Everyone.
-void PrintMutexDacl(HANDLE mutex)
-{
+    wchar_t name[64];
+    ::wsprintfW(name, L"TesvorProbeMutex%lu", ::GetCurrentProcessId());
+    HANDLE mutex = CreateMutexAllAccess(NULL, FALSE, name);
     ACL* dacl = NULL;
     PSECURITY_DESCRIPTOR descriptor = NULL;
-    if (!mutex || ::GetSecurityInfo(mutex, SE_KERNEL_OBJECT, DACL_SECURITY_INFORMATION, NULL, NULL,
-                                    &dacl, NULL, &descriptor) != ERROR_SUCCESS) {
-        std::printf("dacl=error\n");
-        return;
-    }
-    unsigned long mask = 0;
-    int everyone = 0;
+    if (!mutex || ::GetSecurityInfo(mutex, SE_KERNEL_OBJECT, DACL_SECURITY_INFORMATION, NULL, NULL, &dacl, NULL,
+                                    &descriptor) != ERROR_SUCCESS)
+        return "error";
+    BYTE everyone[SECURITY_MAX_SID_SIZE];
+    DWORD size = sizeof(everyone);
+    ::CreateWellKnownSid(WinWorldSid, NULL, everyone, &size);
     ACCESS_ALLOWED_ACE* ace = NULL;
-    if (dacl && dacl->AceCount > 0 && ::GetAce(dacl, 0, reinterpret_cast<void**>(&ace))) {
-        BYTE sid[SECURITY_MAX_SID_SIZE];
-        DWORD size = sizeof(sid);
-        ::CreateWellKnownSid(WinWorldSid, NULL, sid, &size);
-        mask = ace->Mask;
-        everyone = ::EqualSid(&ace->SidStart, sid) ? 1 : 0;
-    }
-    std::printf("dacl=%u:%08lx:%d\n", dacl ? dacl->AceCount : 0u, mask, everyone);
+    bool open = dacl && dacl->AceCount == 1 && ::GetAce(dacl, 0, reinterpret_cast<void**>(&ace)) &&
+                ace->Header.AceType == ACCESS_ALLOWED_ACE_TYPE && ace->Mask == 0x001F0003 &&
+                ::EqualSid(&ace->SidStart, everyone);
     ::LocalFree(descriptor);
+    ::CloseHandle(mutex);
+    return open ? "open" : "plain";
 }
 
 }  // namespace
 
 int main()
 {
-    std::printf("version=%08lx\n", static_cast<unsigned long>(::GetVersion()));
-    std::printf("terminal=%d\n", HasTerminalServices() ? 1 : 0);
-    PrintName("global", KernaelObjectName(L"Global\\Foo"));
-    PrintName("session", KernaelObjectName(L"Session\\Foo"));
-    PrintName("local", KernaelObjectName(L"Local\\Foo"));
-    PrintName("lowercase", KernaelObjectName(L"global\\Foo"));
-    PrintName("plain", KernaelObjectName(L"Foo"));
-    PrintName("globalname", GlobalName(L"Global\\Foo"));
-    PrintName("localname", LocalName(L"Local\\Foo"));
-    const wchar_t* shortName = L"ab";
-    std::printf("globalname_short_offset=%d\n", static_cast<int>(GlobalName(shortName) - shortName));
-
-    wchar_t mutexName[64];
-    ::wsprintfW(mutexName, L"TesvorProbeMutex%lu", ::GetCurrentProcessId());
-    HANDLE mutex = CreateMutexAllAccess(NULL, FALSE, mutexName);
-    PrintMutexDacl(mutex);
-    if (mutex)
-        ::CloseHandle(mutex);
-    std::fflush(stdout);
+    DWORD version = ::GetVersion();
+    if (version & 0x80000000)
+        std::printf("9x");
+    else
+        std::printf("%lu.%lu", version & 0xFF, (version >> 8) & 0xFF);
+    std::printf(" %d %d", HasTerminalServices(), HasTerminalServices());
+    const struct {
+        const wchar_t* (*function)(const wchar_t*);
+        const wchar_t* name;
+    } calls[] = {
+        {KernaelObjectName, L"Global\\Foo"}, {KernaelObjectName, L"Session\\Foo"}, {KernaelObjectName, L"Local\\Foo"},
+        {KernaelObjectName, L"global\\Foo"}, {KernaelObjectName, L"Foo"},         {KernaelObjectName, L""},
+        {GlobalName, L"Global\\Foo"},        {GlobalName, L"ab"},                  {GlobalName, L""},
+        {LocalName, L"Local\\Foo"},          {LocalName, L""},                     {KernaelObjectName, NULL},
+        {GlobalName, NULL},                  {LocalName, NULL},
+    };
+    for (const auto& call : calls) {
+        const wchar_t* result = call.function(call.name);
+        if (result == NULL)
+            std::printf(" -");
+        else
+            std::printf(" %d", static_cast<int>(result - call.name));
+    }
+    std::printf(" %s\n", MutexAccess());
     return 0;
 }
