@@ -30,6 +30,9 @@ demo: build
 	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe check-id $$(cat samples/identifiers.txt) || true
 	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe check-email $$(cat samples/emails.txt) || true
 	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe dump Z:$(CURDIR)/samples/settings-dialog.xml
+	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe render Z:$(CURDIR)/samples/settings-dialog.xml \
+	    -o Z:$(abspath $(BUILD))/preview-settings-dialog.png
+	@echo "picture of the settings dialog: $(BUILD)/preview-settings-dialog.png"
 
 test: build
 	cd $(BUILD) && $(WITH_DISPLAY) ctest --output-on-failure -j $(JOBS)
