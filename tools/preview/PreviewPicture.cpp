@@ -3,6 +3,7 @@
 #include "DialogPreview.h"
 #include <atlbase.h>
 #include <wincodec.h>
+#include <memory>
 #include <vector>
 
 namespace preview {
@@ -23,11 +24,29 @@ void DrawBorders(HWND window, HDC dc, CRect rect)
         ::DrawEdge(dc, &rect, BDR_SUNKENOUTER, BF_RECT | BF_ADJUST);
 }
 
+// Surfaces to print client areas into, one for each depth of the window tree, as
+// large as the dialog and made once: controls clip their painting to their own
+// rectangle in device units, so each is printed at a surface's origin.
+class Scratch {
+public:
+    Scratch(HDC reference, CSize size) : m_reference(reference), m_size(size) {}
+
+    HDC At(size_t depth)
+    {
+        while (m_surfaces.size() <= depth)
+            m_surfaces.push_back(std::make_unique<MCDC>(m_reference, m_size.cx, m_size.cy));
+        return m_surfaces[depth]->GetSafeHdc();
+    }
+
+private:
+    HDC m_reference;
+    CSize m_size;
+    std::vector<std::unique_ptr<MCDC>> m_surfaces;
+};
+
 // Prints a window onto `target` at `position`, over what is already there, then
-// its children (bottom of the z-order first). The client area is printed into a
-// surface whose origin is its corner: controls clip their painting to their own
-// rectangle in device units, so they must not be printed at an offset.
-void PrintWindowTree(HWND window, HDC target, POINT position)
+// its children, bottom of the z-order first.
+void PrintWindowTree(HWND window, HDC target, POINT position, Scratch& scratch, size_t depth)
 {
     CRect bounds, client;
     ::GetWindowRect(window, &bounds);
@@ -39,10 +58,12 @@ void PrintWindowTree(HWND window, HDC target, POINT position)
 
     if (inset.x != 0 || inset.y != 0)
         DrawBorders(window, target, CRect(position, bounds.Size()));
-    MCDC inside(target, client.Width(), client.Height());
-    ::BitBlt(inside.GetSafeHdc(), 0, 0, client.Width(), client.Height(), target, clientPosition.x,
-             clientPosition.y, SRCCOPY);
-    ::SendMessageW(window, WM_PRINT, reinterpret_cast<WPARAM>(inside.GetSafeHdc()), PRF_CLIENT | PRF_ERASEBKGND);
+    HDC inside = scratch.At(depth);
+    ::BitBlt(inside, 0, 0, client.Width(), client.Height(), target, clientPosition.x, clientPosition.y, SRCCOPY);
+    const int saved = ::SaveDC(inside);
+    ::IntersectClipRect(inside, 0, 0, client.Width(), client.Height());
+    ::SendMessageW(window, WM_PRINT, reinterpret_cast<WPARAM>(inside), PRF_CLIENT | PRF_ERASEBKGND);
+    ::RestoreDC(inside, saved);
     HWND top = ::GetWindow(window, GW_CHILD);  // most controls have none: one query
     for (HWND child = top != nullptr ? ::GetWindow(top, GW_HWNDLAST) : nullptr; child != nullptr;
          child = ::GetWindow(child, GW_HWNDPREV)) {
@@ -50,10 +71,10 @@ void PrintWindowTree(HWND window, HDC target, POINT position)
             continue;
         CRect childBounds;
         ::GetWindowRect(child, &childBounds);
-        PrintWindowTree(child, inside.GetSafeHdc(), {childBounds.left - clientOrigin.x, childBounds.top - clientOrigin.y});
+        PrintWindowTree(child, inside, {childBounds.left - clientOrigin.x, childBounds.top - clientOrigin.y}, scratch,
+                        depth + 1);
     }
-    ::BitBlt(target, clientPosition.x, clientPosition.y, client.Width(), client.Height(), inside.GetSafeHdc(), 0, 0,
-             SRCCOPY);
+    ::BitBlt(target, clientPosition.x, clientPosition.y, client.Width(), client.Height(), inside, 0, 0, SRCCOPY);
 }
 
 // A control's rectangle in its parent's client area.
@@ -157,10 +178,11 @@ bool RenderPng(const PreviewWindow& window, const wchar_t* path, bool outline, C
     // Only the client area, as the program draws the dialog (without this system's
     // frame); the controls in document order, a later one over an earlier one.
     ::SendMessageW(window.Handle(), WM_PRINT, reinterpret_cast<WPARAM>(surface.GetSafeHdc()), PRF_ERASEBKGND);
+    Scratch scratch(surface.GetSafeHdc(), client.Size());
     for (size_t i = 0; i < window.Model().controls.size(); ++i) {
         HWND control = window.ControlWindow(i);
         if ((::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0)
-            PrintWindowTree(control, surface.GetSafeHdc(), RectInParent(control).TopLeft());
+            PrintWindowTree(control, surface.GetSafeHdc(), RectInParent(control).TopLeft(), scratch, 0);
     }
     if (outline)
         DrawOutlines(window, surface.GetSafeHdc());

@@ -273,7 +273,8 @@ HWND PreviewWindow::CreateControl(const PreviewControl& control, CRect rect)
         caption = L"<a>" + caption + L"</a>";
 
     HWND child = ::CreateWindowExW(kind != nullptr ? kind->exStyle : 0, kind != nullptr ? kind->windowClass : kBoxClass,
-                                   caption, style, rect.left, rect.top, rect.Width(), rect.Height(), Handle(),
+                                   caption.IsEmpty() ? nullptr : static_cast<const wchar_t*>(caption), style,
+                                   rect.left, rect.top, rect.Width(), rect.Height(), Handle(),
                                    reinterpret_cast<HMENU>(static_cast<UINT_PTR>(record.dwIDV)),
                                    ::GetModuleHandleW(nullptr), nullptr);
     if (child == nullptr && kind != nullptr) {
