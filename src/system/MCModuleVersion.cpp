@@ -72,7 +72,7 @@ int MCModuleVersion::DllGetVersion(const wchar_t* path, DLLVERSIONINFO& info)
     if (hModule != NULL &&
         ::GetProcAddress(hModule, reinterpret_cast<LPCSTR>(L"DllGetVersion")) != NULL) {
         ::ZeroMemory(&info, sizeof(info));
-        info.cbSize = 20;
+        info.cbSize = sizeof(info);  // 20 bytes on either build
     }
     return 0;
 }

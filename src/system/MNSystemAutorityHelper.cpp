@@ -4,8 +4,17 @@ namespace {
 
 const DWORD kAccessRead = 1;
 const DWORD kAccessWrite = 2;
-const DWORD kPrivilegeSetSize = 20;
-const DWORD kSecurityDescriptorSize = 20;
+// The system structures at their real sizes: 20 bytes each on the 32-bit build, as
+// callers have always passed them; the descriptor holds pointers and is 40 bytes on
+// the 64-bit build.
+const DWORD kPrivilegeSetSize = sizeof(PRIVILEGE_SET);
+const DWORD kSecurityDescriptorSize = SECURITY_DESCRIPTOR_MIN_LENGTH;
+// An ACL header and one access-allowed entry without its SID: 16 bytes on either build.
+const DWORD kAclOverhead = sizeof(ACL) + sizeof(ACCESS_ALLOWED_ACE) - sizeof(DWORD);
+#if !defined(_WIN64)
+static_assert(kPrivilegeSetSize == 20 && kSecurityDescriptorSize == 20, "32-bit structure sizes");
+#endif
+static_assert(kAclOverhead == 16, "ACL overhead");
 
 struct AccessCheckFailed {};
 
@@ -46,7 +55,7 @@ int MNSystemAutorityHelper::IsAdmin()
             !::InitializeSecurityDescriptor(pDescriptor, SECURITY_DESCRIPTOR_REVISION))
             throw AccessCheckFailed();
 
-        DWORD aclSize = ::GetLengthSid(pAdministrators) + 16;
+        DWORD aclSize = ::GetLengthSid(pAdministrators) + kAclOverhead;
         pAcl = static_cast<PACL>(::LocalAlloc(LPTR, aclSize));
         if (pAcl == NULL || !::InitializeAcl(pAcl, aclSize, ACL_REVISION2) ||
             !::AddAccessAllowedAce(pAcl, ACL_REVISION2, kAccessRead | kAccessWrite, pAdministrators) ||
