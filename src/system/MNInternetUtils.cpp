@@ -20,11 +20,11 @@ CString URLEncode(const CString& text)
     CString encoded;
     for (int i = 0; i < text.GetLength(); ++i) {
         wchar_t unit = text[i];
-        // Only the Latin-1 range is classified: the encoding was fixed with the
-        // "C" locale's table, under which every unit above 0xFF is encoded.
+        // Letters and digits are kept only in the Latin-1 range (U+0100 has
+        // always been "%100"); white space is "+" wherever it is in Unicode.
         if (unit <= 0xFF && std::iswalnum(unit))
             encoded += unit;
-        else if (unit <= 0xFF && std::iswspace(unit))
+        else if (std::iswspace(unit))
             encoded += L'+';
         else
             encoded.AppendFormat(L"%%%02X", static_cast<unsigned>(unit));
