@@ -2,6 +2,7 @@
 // application's module chain on load, so that the framework finds its resources,
 // and leaves it on unload.
 #include <afxdllx.h>
+#include "frame/FaultGuard.h"
 
 namespace {
 AFX_EXTENSION_MODULE theModule = {FALSE, NULL, NULL, NULL, NULL};
@@ -19,6 +20,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID)
         return TRUE;
     case DLL_PROCESS_DETACH:
         AfxTermExtensionModule(theModule);
+        TesvorFaultGuard::Uninstall();
         return TRUE;
     default:
         return TRUE;

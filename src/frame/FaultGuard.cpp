@@ -23,6 +23,7 @@ struct GuardFrame {
 };
 
 DWORD g_tlsIndex = TLS_OUT_OF_INDEXES;
+PVOID g_handler = NULL;
 INIT_ONCE g_initOnce = INIT_ONCE_STATIC_INIT;
 
 bool IsMachineFault(DWORD code)
@@ -77,9 +78,14 @@ BOOL CALLBACK InstallHandler(PINIT_ONCE, PVOID, PVOID*)
     g_tlsIndex = ::TlsAlloc();
     if (g_tlsIndex == TLS_OUT_OF_INDEXES)
         return FALSE;
-    // First in the chain, and never removed: the library may be unloaded only with
-    // the process in practice, and a guard may be active on any thread.
-    return ::AddVectoredExceptionHandler(1, OnException) != NULL;
+    // First in the chain, so that a fault inside a guard is ours before anyone
+    // else's; Uninstall takes it out again when the library unloads.
+    g_handler = ::AddVectoredExceptionHandler(1, OnException);
+    if (g_handler != NULL)
+        return TRUE;
+    ::TlsFree(g_tlsIndex);
+    g_tlsIndex = TLS_OUT_OF_INDEXES;
+    return FALSE;
 }
 
 // Kept out of line so that the jump target's frame is exactly this function's.
@@ -120,4 +126,18 @@ bool TesvorFaultGuard::RunGuarded(void (*body)(void*), void* context, DWORD* pFa
     if (!completed && pFaultCode != NULL)
         *pFaultCode = frame.faultCode;
     return completed;
+}
+
+void TesvorFaultGuard::Uninstall()
+{
+    // A handler left behind would point into unloaded code, and the next
+    // exception anywhere in the process (any C++ throw on x64) would run it.
+    if (g_handler != NULL) {
+        ::RemoveVectoredExceptionHandler(g_handler);
+        g_handler = NULL;
+    }
+    if (g_tlsIndex != TLS_OUT_OF_INDEXES) {
+        ::TlsFree(g_tlsIndex);
+        g_tlsIndex = TLS_OUT_OF_INDEXES;
+    }
 }

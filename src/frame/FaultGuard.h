@@ -8,6 +8,9 @@
 
 namespace TesvorFaultGuard {
 bool RunGuarded(void (*body)(void*), void* context, DWORD* pFaultCode);
+// Takes the guard's exception handler and thread slot out of the process; the
+// library calls it when it unloads.
+void Uninstall();
 }
 
 // True when body() ran to its end. False when a machine fault (access violation,
