@@ -1,0 +1,227 @@
+#include <gtest/gtest.h>
+#include <afxdisp.h>
+#include <ocidl.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+enum : DISPID { kNumber = 1, kFlag, kText, kObject, kAll, kNothing, kCount, kThrow };
+IDispatch* g_other;  // an object the tests pass around
+
+class CEventTarget : public CCmdTarget {
+public:
+    CEventTarget() { EnableAutomation(); }
+    ~CEventTarget() override
+    {
+        if (destroyed != nullptr)
+            *destroyed = true;
+    }
+    // "number flag text object calls" (object: null, other, or set).
+    std::wstring State() const
+    {
+        CString state;
+        state.Format(L"%ld %d %s %s %d", number, flag, text.GetString(), object == g_other ? L"other" : object ? L"set" : L"null", nothingCalls);
+        return state.GetString();
+    }
+
+    long number = 0;
+    BOOL flag = -1;
+    CString text = L"''";
+    IDispatch* object = nullptr;
+    int nothingCalls = 0;
+    long louder = 0;
+    bool* destroyed = nullptr;
+
+private:
+    void OnNumber(long value) { number = value; }
+    void OnFlag(BOOL value) { flag = value; }
+    void OnText(LPCTSTR value) { text = value; }
+    void OnObject(LPDISPATCH value) { object = value; }
+    void OnAll(long n, BOOL b, BSTR s, LPDISPATCH p)
+    {
+        OnNumber(n);
+        OnFlag(b);
+        OnText(s);
+        OnObject(p);
+    }
+    void OnNothing() { nothingCalls++; }
+    long GetCount() { return nothingCalls; }
+    void OnThrow() { AfxThrowNotSupportedException(); }
+    DECLARE_DISPATCH_MAP()
+};
+
+BEGIN_DISPATCH_MAP(CEventTarget, CCmdTarget)
+    DISP_FUNCTION_ID(CEventTarget, "Number", kNumber, OnNumber, VT_EMPTY, VTS_I4)
+    DISP_FUNCTION_ID(CEventTarget, "Flag", kFlag, OnFlag, VT_EMPTY, VTS_BOOL)
+    DISP_FUNCTION_ID(CEventTarget, "Text", kText, OnText, VT_EMPTY, VTS_BSTR)
+    DISP_FUNCTION_ID(CEventTarget, "Object", kObject, OnObject, VT_EMPTY, VTS_DISPATCH)
+    DISP_FUNCTION_ID(CEventTarget, "All", kAll, OnAll, VT_EMPTY, VTS_I4 VTS_BOOL VTS_BSTR VTS_DISPATCH)
+    DISP_FUNCTION_ID(CEventTarget, "Nothing", kNothing, OnNothing, VT_EMPTY, VTS_NONE)
+    DISP_FUNCTION_ID(CEventTarget, "Count", kCount, GetCount, VT_I4, VTS_NONE)
+    DISP_FUNCTION_ID(CEventTarget, "Throw", kThrow, OnThrow, VT_EMPTY, VTS_NONE)
+END_DISPATCH_MAP()
+
+// A derived map takes over one DISPID and keeps the rest of its base's map.
+class CLoudTarget : public CEventTarget {
+    void OnNumber(long value) { louder = value * 10; }
+    DECLARE_DISPATCH_MAP()
+};
+
+BEGIN_DISPATCH_MAP(CLoudTarget, CEventTarget)
+    DISP_FUNCTION_ID(CLoudTarget, "Number", kNumber, OnNumber, VT_EMPTY, VTS_I4)
+END_DISPATCH_MAP()
+
+VARIANT Variant(VARTYPE type, LONGLONG value)
+{
+    VARIANT v;
+    v.vt = type;
+    v.llVal = value;
+    return v;
+}
+
+// Arguments in their natural order, with the strings they own.
+struct Arguments {
+    std::vector<VARIANT> values;
+    Arguments(std::initializer_list<VARIANT> list) : values(list) {}
+    Arguments(const Arguments&) = delete;
+    ~Arguments()
+    {
+        for (VARIANT& value : values)
+            if (value.vt == VT_BSTR)
+                ::SysFreeString(value.bstrVal);
+    }
+};
+VARIANT Text(const wchar_t* text)
+{
+    VARIANT v = Variant(VT_BSTR, 0);
+    v.bstrVal = ::SysAllocString(text);
+    return v;
+}
+
+HRESULT Call(IDispatch* dispatch, DISPID id, const Arguments& args, WORD flags = DISPATCH_METHOD,
+             VARIANT* result = nullptr, UINT* argErr = nullptr, EXCEPINFO* excep = nullptr)
+{
+    std::vector<VARIANT> reversed(args.values.rbegin(), args.values.rend());
+    DISPPARAMS params = {reversed.empty() ? nullptr : reversed.data(), nullptr, UINT(reversed.size()), 0};
+    return dispatch->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &params, result, excep, argErr);
+}
+
+}  // namespace
+
+TEST(DispatchMapTest, CallsReachTheMapMethodsWithConvertedArguments)
+{
+    CEventTarget other;
+    long byRefValue = 99;
+    VARIANT byRef = Variant(VT_BYREF | VT_I4, 0), empty = Variant(VT_EMPTY, 0), nullObject = Variant(VT_DISPATCH, 0);
+    byRef.plVal = &byRefValue;
+    VARIANT otherObject = nullObject;
+    otherObject.pdispVal = g_other = other.GetIDispatch(FALSE);
+    const struct {
+        DISPID id;
+        Arguments args;
+        HRESULT result;
+        std::wstring state;
+    } cases[] = {
+        {kNumber, {Variant(VT_I4, -17)}, S_OK, L"-17 -1 '' null 0"},
+        {kFlag, {Variant(VT_BOOL, VARIANT_TRUE)}, S_OK, L"0 1 '' null 0"},
+        {kText, {Text(L"h\x00E9llo")}, S_OK, L"0 -1 h\x00E9llo null 0"},
+        {kObject, {otherObject}, S_OK, L"0 -1 '' other 0"},
+        {kAll, {Variant(VT_I4, 3), Variant(VT_BOOL, VARIANT_FALSE), Text(L"three"), nullObject}, S_OK,
+         L"3 0 three null 0"},
+        {kNothing, {}, S_OK, L"0 -1 '' null 1"},
+        // Arguments are converted to the declared types.
+        {kNumber, {Variant(VT_I2, 7)}, S_OK, L"7 -1 '' null 0"},
+        {kNumber, {Text(L"42")}, S_OK, L"42 -1 '' null 0"},
+        {kNumber, {byRef}, S_OK, L"99 -1 '' null 0"},
+        {kNumber, {Variant(VT_BOOL, VARIANT_TRUE)}, S_OK, L"-1 -1 '' null 0"},
+        {kFlag, {Variant(VT_I4, 5)}, S_OK, L"0 1 '' null 0"},
+        {kFlag, {Variant(VT_I4, 0)}, S_OK, L"0 0 '' null 0"},
+        {kText, {Variant(VT_I4, 7)}, S_OK, L"0 -1 7 null 0"},
+        {kText, {empty}, S_OK, L"0 -1  null 0"},
+        // Bad calls are refused with their dispatch errors, and nothing is called.
+        {99, {}, DISP_E_MEMBERNOTFOUND, L"0 -1 '' null 0"},
+        {kNumber, {}, DISP_E_BADPARAMCOUNT, L"0 -1 '' null 0"},
+        {kNothing, {Variant(VT_I4, 1)}, DISP_E_BADPARAMCOUNT, L"0 -1 '' null 0"},
+        {kAll, {Variant(VT_I4, 1), Text(L"maybe"), Text(L"x"), nullObject}, DISP_E_TYPEMISMATCH, L"0 -1 '' null 0"},
+    };
+    for (const auto& c : cases) {
+        CEventTarget target;
+        UINT argErr = 1000;
+        EXPECT_EQ(c.result, Call(target.GetIDispatch(FALSE), c.id, c.args, DISPATCH_METHOD, nullptr, &argErr))
+            << "member " << c.id << ", first argument type " << (c.args.values.empty() ? 0 : c.args.values[0].vt);
+        EXPECT_EQ(c.state, target.State()) << "member " << c.id;
+        if (c.result == DISP_E_TYPEMISMATCH) {
+            EXPECT_EQ(2u, argErr) << "the second argument, counted from the last";
+        }
+    }
+    EXPECT_EQ(1, other.m_dwRef) << "the converted copy was released after the call";
+
+    CEventTarget target;
+    IDispatch* dispatch = target.GetIDispatch(FALSE);
+    VARIANT count;
+    EXPECT_EQ(S_OK, Call(dispatch, kNothing, {}));
+    EXPECT_EQ(S_OK, Call(dispatch, kCount, {}, DISPATCH_METHOD, &count));
+    EXPECT_EQ(VT_I4, count.vt);
+    EXPECT_EQ(1, count.lVal);
+    EXCEPINFO excep = {};
+    EXPECT_EQ(DISP_E_EXCEPTION, Call(dispatch, kThrow, {}, DISPATCH_METHOD, nullptr, nullptr, &excep));
+    EXPECT_EQ(E_FAIL, excep.scode);
+    EXPECT_NE(nullptr, excep.bstrDescription);
+    ::SysFreeString(excep.bstrDescription);
+    VARIANT arg = Variant(VT_I4, 1);
+    DISPID named = 0;
+    DISPPARAMS params = {&arg, &named, 1, 1};
+    EXPECT_EQ(DISP_E_NONAMEDARGS, dispatch->Invoke(kNumber, IID_NULL, 0, DISPATCH_METHOD, &params, 0, 0, 0));
+    EXPECT_EQ(DISP_E_MEMBERNOTFOUND, Call(dispatch, kNumber, {arg}, DISPATCH_PROPERTYGET));
+    params = {&arg, nullptr, 1, 0};
+    EXPECT_EQ(DISP_E_UNKNOWNINTERFACE, dispatch->Invoke(kNumber, IID_IDispatch, 0, DISPATCH_METHOD, &params, 0, 0, 0));
+    EXPECT_EQ(S_OK, Call(dispatch, kNumber, {arg}, DISPATCH_METHOD | DISPATCH_PROPERTYGET));
+    EXPECT_EQ(1, target.number);
+}
+
+TEST(DispatchMapTest, NamesDerivedMapsAndReferenceCounts)
+{
+    CLoudTarget loud;
+    IDispatch* dispatch = loud.GetIDispatch(FALSE);
+    ASSERT_NE(nullptr, dispatch);
+    wchar_t count[] = L"cOUNT", unknown[] = L"NoSuchEvent";
+    LPOLESTR names[] = {count};
+    DISPID id = 0;
+    EXPECT_EQ(S_OK, dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id));
+    EXPECT_EQ(kCount, id);
+    names[0] = unknown;
+    EXPECT_EQ(DISP_E_UNKNOWNNAME, dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id));
+    EXPECT_EQ(DISPID_UNKNOWN, id);
+    EXPECT_EQ(S_OK, Call(dispatch, kNumber, {Variant(VT_I4, 4)}));
+    EXPECT_EQ(S_OK, Call(dispatch, kFlag, {Variant(VT_BOOL, VARIANT_TRUE)}));
+    EXPECT_EQ(40, loud.louder);
+    EXPECT_EQ(L"0 1 '' null 0", loud.State());
+
+    // Without automation there is no COM object; with it, a counted one.
+    CCmdTarget plain;
+    EXPECT_EQ(nullptr, plain.GetIDispatch(FALSE));
+    EXPECT_EQ(nullptr, plain.GetInterface(&IID_IUnknown));
+    bool destroyed = false;
+    CEventTarget* target = new CEventTarget;
+    target->destroyed = &destroyed;
+    EXPECT_EQ(1, target->m_dwRef);
+    dispatch = target->GetIDispatch(TRUE);
+    EXPECT_EQ(2, target->m_dwRef);
+    EXPECT_EQ(static_cast<IUnknown*>(dispatch), target->GetInterface(&IID_IUnknown));
+    IUnknown* unknownInterface = nullptr;
+    EXPECT_EQ(S_OK, dispatch->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(&unknownInterface)));
+    EXPECT_EQ(static_cast<IUnknown*>(dispatch), unknownInterface);
+    EXPECT_EQ(3, target->m_dwRef);
+    IConnectionPoint* wrong = nullptr;
+    EXPECT_EQ(E_NOINTERFACE, dispatch->QueryInterface(IID_IConnectionPoint, reinterpret_cast<void**>(&wrong)));
+    EXPECT_EQ(nullptr, wrong);
+    UINT typeInfos = 5;
+    EXPECT_EQ(S_OK, dispatch->GetTypeInfoCount(&typeInfos));
+    EXPECT_EQ(0u, typeInfos);
+    unknownInterface->Release();
+    dispatch->Release();
+    EXPECT_FALSE(destroyed);
+    target->ExternalRelease();  // the creator's reference: the last one
+    EXPECT_TRUE(destroyed);
+}
