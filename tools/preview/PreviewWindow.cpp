@@ -373,7 +373,8 @@ int PreviewWindow::RunUntilClosed()
         }
     }
     m_running = false;
-    m_window.release();  // destroyed by the close
+    if (!::IsWindow(Handle()))
+        m_window.release();  // destroyed by the close
     return result == 0 ? static_cast<int>(message.wParam) : 1;
 }
 
