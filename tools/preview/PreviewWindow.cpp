@@ -32,7 +32,8 @@ const ControlKind kKinds[] = {
     {MEControlTypeCheckBox, L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, 0},
     {MEControlTypeRadioButton, L"BUTTON", BS_AUTORADIOBUTTON | WS_TABSTOP, 0},
     {MEControlTypeSlider, TRACKBAR_CLASSW, TBS_AUTOTICKS | WS_TABSTOP, 0},
-    {MEControlTypeComboBox, L"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, 0},
+    // The described height is the dropped list's, exactly: no rounding to whole items.
+    {MEControlTypeComboBox, L"COMBOBOX", CBS_DROPDOWNLIST | CBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP, 0},
     {MEControlTypeComboBoxEx, WC_COMBOBOXEXW, CBS_DROPDOWNLIST | WS_TABSTOP, 0},
     {MEControlTypeGroupBox, L"BUTTON", BS_GROUPBOX, 0},
     {MEControlTypeStatic, L"STATIC", SS_LEFT, 0},
