@@ -16,6 +16,19 @@ const wchar_t* TextOf(const _bstr_t& text)
 
 bool IsByte(unsigned int value) { return value <= 255; }
 
+// "red,green,blue", each at most 255; rgb is written only when all three are.
+bool ScanRgb(const wchar_t* text, MCSkinRGB& rgb)
+{
+    unsigned int red = 0, green = 0, blue = 0;
+    if (AfxCrtSwscanf(text, L"%u,%u,%u", &red, &green, &blue) != 3 || !IsByte(red) || !IsByte(green) ||
+        !IsByte(blue))
+        return false;
+    rgb.red = static_cast<BYTE>(red);
+    rgb.green = static_cast<BYTE>(green);
+    rgb.blue = static_cast<BYTE>(blue);
+    return true;
+}
+
 }  // namespace
 
 template <class Parse>
@@ -105,14 +118,11 @@ HRESULT MCXMLReader::CreatePropertyFromAttribute(const IXMLDOMNamedNodeMapPtr& a
 HRESULT MCXMLReader::CreatePropertyFromAttribute(const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name,
                                                  long& value)
 {
-    value = 0;
-    return ParseAttribute(attributes, name, [&](const wchar_t* text) {
-        int number = 0;
-        if (AfxCrtSwscanf(text, L"%d", &number) != 1)
-            return false;
-        value = number;
-        return true;
-    });
+    // long is int's size on Windows, on either build.
+    int number = 0;
+    HRESULT hr = CreatePropertyFromAttribute(attributes, name, number);
+    value = number;
+    return hr;
 }
 
 HRESULT MCXMLReader::CreatePropertyFromAttribute(const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name,
@@ -131,16 +141,7 @@ HRESULT MCXMLReader::CreatePropertyFromAttribute(const IXMLDOMNamedNodeMapPtr& a
 HRESULT MCXMLReader::CreatePropertyFromAttribute(const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name,
                                                  MCSkinRGB& value)
 {
-    return ParseAttribute(attributes, name, [&](const wchar_t* text) {
-        unsigned int red = 0, green = 0, blue = 0;
-        if (AfxCrtSwscanf(text, L"%u,%u,%u", &red, &green, &blue) != 3 || !IsByte(red) || !IsByte(green) ||
-            !IsByte(blue))
-            return false;
-        value.red = static_cast<BYTE>(red);
-        value.green = static_cast<BYTE>(green);
-        value.blue = static_cast<BYTE>(blue);
-        return true;
-    });
+    return ParseAttribute(attributes, name, [&](const wchar_t* text) { return ScanRgb(text, value); });
 }
 
 HRESULT MCXMLReader::CreatePropertyFromAttribute(const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name,
@@ -176,11 +177,10 @@ HRESULT MCXMLReader::CreateColorPropertyFromAttribute(const IXMLDOMNamedNodeMapP
                                                       const _bstr_t& name, DWORD& colour)
 {
     return ParseAttribute(attributes, name, [&](const wchar_t* text) {
-        unsigned int red = 0, green = 0, blue = 0;
-        if (AfxCrtSwscanf(text, L"%u,%u,%u", &red, &green, &blue) != 3 || !IsByte(red) || !IsByte(green) ||
-            !IsByte(blue))
+        MCSkinRGB rgb;
+        if (!ScanRgb(text, rgb))
             return false;
-        colour = red | green << 8 | blue << 16;
+        colour = RGB(rgb.red, rgb.green, rgb.blue);
         return true;
     });
 }
