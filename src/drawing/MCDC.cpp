@@ -2,6 +2,9 @@
 // by which every copy of its picture is made.
 #include "MCDC.h"
 #include <afxcmn.h>
+#include <memory>
+#include <new>
+#include "frame/Owners.h"
 
 namespace {
 
@@ -51,35 +54,6 @@ UINT DibColorTableSize(const BITMAPINFOHEADER* header)
     return DibColorCount(header) * entrySize;
 }
 
-// The screen context with a palette realised in it for as long as the object lives.
-class ScreenWithPalette {
-public:
-    explicit ScreenWithPalette(HPALETTE hPalette) : m_hDC(::GetDC(NULL))
-    {
-        if (m_hDC != NULL && hPalette != NULL) {
-            m_hOldPalette = ::SelectPalette(m_hDC, hPalette, FALSE);
-            ::RealizePalette(m_hDC);
-        }
-    }
-    ~ScreenWithPalette()
-    {
-        if (m_hDC == NULL)
-            return;
-        if (m_hOldPalette != NULL) {
-            ::SelectPalette(m_hDC, m_hOldPalette, TRUE);
-            ::RealizePalette(m_hDC);
-        }
-        ::ReleaseDC(NULL, m_hDC);
-    }
-    HDC Get() const { return m_hDC; }
-    ScreenWithPalette(const ScreenWithPalette&) = delete;
-    ScreenWithPalette& operator=(const ScreenWithPalette&) = delete;
-
-private:
-    HDC m_hDC;
-    HPALETTE m_hOldPalette = NULL;
-};
-
 // A bitmap as a movable global block: header, colour table, bits. Null on failure;
 // the caller frees the block with GlobalFree.
 HGLOBAL ExportBitmapToDib(HBITMAP hBitmap, HPALETTE hPalette)
@@ -101,51 +75,44 @@ HGLOBAL ExportBitmapToDib(HBITMAP hBitmap, HPALETTE hPalette)
     header.biClrUsed = header.biBitCount <= 8 ? 1u << header.biBitCount : 0;
     const SIZE_T colorTableSize = header.biClrUsed * sizeof(RGBQUAD);
 
-    ScreenWithPalette screen(hPalette);
-    if (screen.Get() == NULL)
+    UniqueWindowDC screen(NULL);
+    if (screen.get() == NULL)
         return NULL;
+    UniqueSelectPalette palette(screen.get(), hPalette);
 
-    HGLOBAL hDib = ::GlobalAlloc(GHND, kInfoHeaderSize + colorTableSize);
-    if (hDib == NULL)
+    UniqueHGlobal dib(::GlobalAlloc(GHND, kInfoHeaderSize + colorTableSize));
+    if (!dib)
         return NULL;
-    auto* info = static_cast<BITMAPINFOHEADER*>(::GlobalLock(hDib));
-    if (info == NULL) {
-        ::GlobalFree(hDib);
-        return NULL;
+    SIZE_T totalSize = 0;
+    {
+        UniqueGlobalLock lock(dib.get());
+        auto* info = lock.Data<BITMAPINFOHEADER>();
+        if (info == NULL)
+            return NULL;
+        *info = header;
+        // A first call without bits lets the system complete the header.
+        if (::GetDIBits(screen.get(), hBitmap, 0, static_cast<UINT>(bm.bmHeight), NULL,
+                        reinterpret_cast<BITMAPINFO*>(info), DIB_RGB_COLORS) == 0)
+            return NULL;
+        if (info->biSizeImage == 0)
+            info->biSizeImage = static_cast<DWORD>(bm.bmHeight) * DibStride(info->biBitCount, bm.bmWidth);
+        totalSize = kInfoHeaderSize + colorTableSize + info->biSizeImage;
     }
-    *info = header;
-    // A first call without bits lets the system complete the header.
-    if (::GetDIBits(screen.Get(), hBitmap, 0, static_cast<UINT>(bm.bmHeight), NULL,
-                    reinterpret_cast<BITMAPINFO*>(info), DIB_RGB_COLORS) == 0) {
-        ::GlobalUnlock(hDib);
-        ::GlobalFree(hDib);
-        return NULL;
-    }
-    if (info->biSizeImage == 0)
-        info->biSizeImage = static_cast<DWORD>(bm.bmHeight) * DibStride(info->biBitCount, bm.bmWidth);
-    const SIZE_T totalSize = kInfoHeaderSize + colorTableSize + info->biSizeImage;
-    ::GlobalUnlock(hDib);
 
-    HGLOBAL hGrown = ::GlobalReAlloc(hDib, totalSize, GMEM_MOVEABLE);
-    if (hGrown == NULL) {
-        ::GlobalFree(hDib);
+    HGLOBAL hGrown = ::GlobalReAlloc(dib.get(), totalSize, GMEM_MOVEABLE);
+    if (hGrown == NULL)
         return NULL;
-    }
-    hDib = hGrown;
-    info = static_cast<BITMAPINFOHEADER*>(::GlobalLock(hDib));
-    if (info == NULL) {
-        ::GlobalFree(hDib);
+    dib.release();  // the grown block replaces it
+    dib.reset(hGrown);
+    UniqueGlobalLock lock(dib.get());
+    auto* info = lock.Data<BITMAPINFOHEADER>();
+    if (info == NULL)
         return NULL;
-    }
     BYTE* bits = reinterpret_cast<BYTE*>(info) + kInfoHeaderSize + colorTableSize;
-    int lines = ::GetDIBits(screen.Get(), hBitmap, 0, static_cast<UINT>(bm.bmHeight), bits,
-                            reinterpret_cast<BITMAPINFO*>(info), DIB_RGB_COLORS);
-    ::GlobalUnlock(hDib);
-    if (lines == 0) {
-        ::GlobalFree(hDib);
+    if (::GetDIBits(screen.get(), hBitmap, 0, static_cast<UINT>(bm.bmHeight), bits,
+                    reinterpret_cast<BITMAPINFO*>(info), DIB_RGB_COLORS) == 0)
         return NULL;
-    }
-    return hDib;
+    return dib.release();
 }
 
 // The palette a block's colours are realised with when none is given: its own
@@ -159,9 +126,10 @@ HPALETTE BuildPaletteForDib(const BITMAPINFOHEADER* header, HDC hScreen)
         return NULL;
     }
     const size_t size = sizeof(LOGPALETTE) + (count - 1) * sizeof(PALETTEENTRY);
-    auto* palette = static_cast<LOGPALETTE*>(::operator new(size, std::nothrow));
-    if (palette == NULL)
+    std::unique_ptr<BYTE[]> block(new (std::nothrow) BYTE[size]);
+    if (!block)
         return NULL;
+    auto* palette = reinterpret_cast<LOGPALETTE*>(block.get());
     palette->palVersion = 0x300;
     palette->palNumEntries = static_cast<WORD>(count);
     const BYTE* table = reinterpret_cast<const BYTE*>(header) + header->biSize;
@@ -174,56 +142,39 @@ HPALETTE BuildPaletteForDib(const BITMAPINFOHEADER* header, HDC hScreen)
         palette->palPalEntry[i].peBlue = entry[0];
         palette->palPalEntry[i].peFlags = 0;
     }
-    HPALETTE hPalette = ::CreatePalette(palette);
-    ::operator delete(palette);
-    return hPalette;
+    return ::CreatePalette(palette);
 }
 
 // A device-dependent bitmap made from a block, or null.
 HBITMAP ImportBitmapFromDib(HGLOBAL hDib, HPALETTE hPalette)
 {
-    auto* header = static_cast<BITMAPINFOHEADER*>(::GlobalLock(hDib));
+    UniqueGlobalLock lock(hDib);
+    auto* header = lock.Data<BITMAPINFOHEADER>();
     if (header == NULL)
         return NULL;
     const BYTE* bits = reinterpret_cast<const BYTE*>(header) + header->biSize + DibColorTableSize(header);
 
-    HBITMAP hBitmap = NULL;
-    HDC hScreen = ::GetDC(NULL);
-    if (hScreen != NULL) {
-        HPALETTE hBuilt = hPalette == NULL ? BuildPaletteForDib(header, hScreen) : NULL;
-        HPALETTE hUse = hPalette != NULL ? hPalette : hBuilt;
-        HPALETTE hOld = NULL;
-        if (hUse != NULL) {
-            hOld = ::SelectPalette(hScreen, hUse, FALSE);
-            ::RealizePalette(hScreen);
-        }
-        hBitmap = ::CreateDIBitmap(hScreen, header, CBM_INIT, bits, reinterpret_cast<BITMAPINFO*>(header),
-                                   DIB_RGB_COLORS);
-        if (hOld != NULL)
-            ::SelectPalette(hScreen, hOld, FALSE);
-        if (hBuilt != NULL)
-            ::DeleteObject(hBuilt);
-        ::ReleaseDC(NULL, hScreen);
-    }
-    ::GlobalUnlock(hDib);
-    return hBitmap;
+    UniqueWindowDC screen(NULL);
+    if (screen.get() == NULL)
+        return NULL;
+    UniqueGdiObject<HPALETTE> built(hPalette == NULL ? BuildPaletteForDib(header, screen.get()) : NULL);
+    UniqueSelectPalette palette(screen.get(), hPalette != NULL ? hPalette : built.get());
+    return ::CreateDIBitmap(screen.get(), header, CBM_INIT, bits, reinterpret_cast<BITMAPINFO*>(header),
+                            DIB_RGB_COLORS);
 }
 
 HBITMAP CopyBitmapThroughDib(HBITMAP hBitmap)
 {
-    HGLOBAL hDib = ExportBitmapToDib(hBitmap, NULL);
-    if (hDib == NULL)
-        return NULL;
-    HBITMAP hCopy = ImportBitmapFromDib(hDib, NULL);
-    ::GlobalFree(hDib);
-    return hCopy;
+    UniqueHGlobal dib(ExportBitmapToDib(hBitmap, NULL));
+    return dib ? ImportBitmapFromDib(dib.get(), NULL) : NULL;
 }
 
 // Writes a block as a BMP file; false when the block is not a 40-byte-header DIB
 // or a write fails.
 bool WriteDibFile(CFile& file, HGLOBAL hDib)
 {
-    auto* header = static_cast<BITMAPINFOHEADER*>(::GlobalLock(hDib));
+    UniqueGlobalLock lock(hDib);
+    auto* header = lock.Data<BITMAPINFOHEADER>();
     if (header == NULL)
         return false;
     bool written = false;
@@ -244,7 +195,6 @@ bool WriteDibFile(CFile& file, HGLOBAL hDib)
             e->Delete();
         }
     }
-    ::GlobalUnlock(hDib);
     return written;
 }
 
@@ -287,13 +237,11 @@ MCDC::MCDC(int cx, int cy, CWnd* pWnd) : m_nWidth(0), m_nHeight(0), m_hBitmap(NU
 
 MCDC::MCDC(HWND hWnd, int cx, int cy) : m_nWidth(0), m_nHeight(0), m_hBitmap(NULL), m_hOldBitmap(NULL)
 {
-    HDC hDC = ::GetDC(hWnd);
+    UniqueWindowDC window(hWnd);
     CDC reference;
-    reference.Attach(hDC);
+    reference.Attach(window.get());
     Init(&reference, cx, cy);
     reference.Detach();
-    if (hDC != NULL)
-        ::ReleaseDC(hWnd, hDC);
 }
 
 MCDC::~MCDC() { ResetData(); }
@@ -348,11 +296,9 @@ void MCDC::Resize(int cx, int cy)
 
 void MCDC::Fill(COLORREF crColor)
 {
-    HBRUSH hBrush = ::CreateSolidBrush(crColor);
+    UniqueGdiObject<HBRUSH> brush(::CreateSolidBrush(crColor));
     RECT rc = {0, 0, m_nWidth, m_nHeight};
-    ::FillRect(m_hDC, &rc, hBrush);
-    if (hBrush != NULL)
-        ::DeleteObject(hBrush);
+    ::FillRect(m_hDC, &rc, brush.get());
 }
 
 void MCDC::Fill(CBrush* pBrush)
@@ -363,13 +309,11 @@ void MCDC::Fill(CBrush* pBrush)
 
 void MCDC::DrawFrame(COLORREF crColor, int nWidth)
 {
-    HBRUSH hBrush = ::CreateSolidBrush(crColor);
+    UniqueGdiObject<HBRUSH> brush(::CreateSolidBrush(crColor));
     for (int i = 0; i < nWidth; ++i) {
         RECT rc = {i, i, m_nWidth - i, m_nHeight - i};
-        ::FrameRect(m_hDC, &rc, hBrush);
+        ::FrameRect(m_hDC, &rc, brush.get());
     }
-    if (hBrush != NULL)
-        ::DeleteObject(hBrush);
 }
 
 bool MCDC::Mirror()
@@ -449,15 +393,14 @@ HIMAGELIST MCDC::CreateImageList(int nCount, COLORREF crMask, UINT /*nFlags*/)
 
 bool MCDC::Save(const wchar_t* pszPath)
 {
-    HGLOBAL hDib = ExportBitmapToDib(m_hBitmap, NULL);
-    if (hDib == NULL)
+    UniqueHGlobal dib(ExportBitmapToDib(m_hBitmap, NULL));
+    if (!dib)
         return false;
     bool saved = false;
     CFile file;
     if (file.Open(pszPath, CFile::modeCreate | CFile::modeWrite)) {
-        saved = WriteDibFile(file, hDib);
+        saved = WriteDibFile(file, dib.get());
         file.Abort();  // closes; a write error has already decided the result
     }
-    ::GlobalFree(hDib);
     return saved;
 }

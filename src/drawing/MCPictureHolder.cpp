@@ -1,22 +1,19 @@
 #include "MCPictureHolder.h"
 #include <afxcmn.h>
+#include <atlbase.h>
 #include <olectl.h>
 #include <cstring>
 #include <memory>
 #include <new>
 #include "MCDC.h"
 #include "frame/FaultGuard.h"
+#include "frame/Owners.h"
 
 namespace {
 
 bool IsPercent(LONG value) { return value >= 0 && value <= 100; }
 
 constexpr int kHimetricPerInch = 2540;
-
-// A stream over a global block that frees the block when the stream goes.
-struct StreamReleaser {
-    void operator()(IStream* p) const { p->Release(); }
-};
 
 }  // namespace
 
@@ -73,47 +70,44 @@ bool MCPictureHolder::CreatePicture(BYTE* pData, DWORD nSize)
         return false;
     ReleasePicture();
 
-    HGLOBAL hBlock = ::GlobalAlloc(GMEM_MOVEABLE, nSize);
-    if (hBlock == NULL)
+    UniqueHGlobal block(::GlobalAlloc(GMEM_MOVEABLE, nSize));
+    if (!block)
         return false;
-    void* pBlock = ::GlobalLock(hBlock);
-    // The caller's buffer may be shorter than it claims, or not memory at all.
-    bool copied = pBlock != NULL && RunWithFaultGuard([&] { std::memcpy(pBlock, pData, nSize); });
-    ::GlobalUnlock(hBlock);
-    if (!copied) {
-        ::GlobalFree(hBlock);
-        return false;
+    {
+        UniqueGlobalLock lock(block.get());
+        // The caller's buffer may be shorter than it claims, or not memory at all.
+        void* pBlock = lock.Data();
+        if (pBlock == NULL || !RunWithFaultGuard([&] { std::memcpy(pBlock, pData, nSize); }))
+            return false;
     }
 
-    IStream* pRawStream = NULL;
-    if (FAILED(::CreateStreamOnHGlobal(hBlock, TRUE, &pRawStream)) || pRawStream == NULL) {
-        ::GlobalFree(hBlock);
+    // The stream frees the block when it goes.
+    CComPtr<IStream> stream;
+    if (FAILED(::CreateStreamOnHGlobal(block.get(), TRUE, &stream)) || stream == NULL)
         return false;
-    }
-    std::unique_ptr<IStream, StreamReleaser> stream(pRawStream);
+    block.release();
 
-    IPicture* pPicture = NULL;
-    if (FAILED(::OleLoadPicture(stream.get(), static_cast<LONG>(nSize), FALSE, IID_IPicture,
-                                reinterpret_cast<void**>(&pPicture))) ||
-        pPicture == NULL)
+    CComPtr<IPicture> picture;
+    if (FAILED(::OleLoadPicture(stream, static_cast<LONG>(nSize), FALSE, IID_IPicture,
+                                reinterpret_cast<void**>(&picture))) ||
+        picture == NULL)
         return false;
 
     OLE_XSIZE_HIMETRIC himetricWidth = 0;
     OLE_YSIZE_HIMETRIC himetricHeight = 0;
-    pPicture->get_Width(&himetricWidth);
-    pPicture->get_Height(&himetricHeight);
+    picture->get_Width(&himetricWidth);
+    picture->get_Height(&himetricHeight);
     try {
         CClientDC screen(NULL);
         m_nWidth = ::MulDiv(himetricWidth, screen.GetDeviceCaps(LOGPIXELSX), kHimetricPerInch);
         m_nHeight = ::MulDiv(himetricHeight, screen.GetDeviceCaps(LOGPIXELSY), kHimetricPerInch);
     } catch (CException* e) {
         e->Delete();
-        pPicture->Release();
         return false;
     }
     m_nHimetricWidth = himetricWidth;
     m_nHimetricHeight = himetricHeight;
-    m_pPicture = pPicture;
+    m_pPicture = picture.Detach();
     return true;
 }
 
@@ -165,18 +159,16 @@ DWORD MCPictureHolder::LoadBinaryResource(const wchar_t* pszType, UINT nID, BYTE
     DWORD nSize = ::SizeofResource(hInst, hResource);
     if (nSize == 0)
         return 0;
-    BYTE* pData = new (std::nothrow) BYTE[nSize];
-    if (pData == NULL)
+    std::unique_ptr<BYTE[]> data(new (std::nothrow) BYTE[nSize]);
+    if (!data)
         return 0;
     HGLOBAL hLoaded = ::LoadResource(hInst, hResource);
     const void* pBytes = hLoaded != NULL ? ::LockResource(hLoaded) : NULL;
-    if (pBytes == NULL) {
-        delete[] pData;
-        return nSize;
-    }
-    std::memcpy(pData, pBytes, nSize);
-    ::FreeResource(hLoaded);
-    *ppData = pData;
+    if (pBytes == NULL)
+        return nSize;  // the size without the bytes: callers test both
+    std::memcpy(data.get(), pBytes, nSize);
+    ::FreeResource(hLoaded);  // a no-op on Win32, kept as the resource's release
+    *ppData = data.release();
     return nSize;
 }
 

@@ -1,5 +1,6 @@
 #include "MCWndEffects.h"
 #include "system/ProcBinding.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -54,9 +55,6 @@ bool MCWndEffects::IsDesktopActive()
     OpenInputDesktopProc openInputDesktop;
     if (!BindProc(m_hUser32, "OpenInputDesktop", openInputDesktop))
         return true;
-    HDESK hDesk = openInputDesktop(0, FALSE, kInputDesktopAccess);
-    if (hDesk == NULL)
-        return false;
-    ::CloseDesktop(hDesk);
-    return true;
+    UniqueHDesk desktop(openInputDesktop(0, FALSE, kInputDesktopAccess));
+    return static_cast<bool>(desktop);
 }

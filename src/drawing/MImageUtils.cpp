@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include "MCDC.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -22,10 +23,8 @@ TRIVERTEX Vertex(LONG x, LONG y, COLORREF cr)
 
 void FillBand(HDC hDC, const RECT& band, COLORREF cr)
 {
-    HBRUSH hBrush = ::CreateSolidBrush(cr);
-    ::FillRect(hDC, &band, hBrush);
-    if (hBrush != NULL)
-        ::DeleteObject(hBrush);
+    UniqueGdiObject<HBRUSH> brush(::CreateSolidBrush(cr));
+    ::FillRect(hDC, &band, brush.get());
 }
 
 // The gradient as solid bands, one per step of the largest channel difference.
@@ -133,7 +132,7 @@ bool MImageUtils::DrawIconOnIcon(HICON& hIcon, HICON const& hOverlay, MEIconOnIc
                               overlay.cy, 0, NULL, DI_NORMAL);
     if (!drawn)
         return false;
-    ::DestroyIcon(hIcon);
+    ::DestroyIcon(hIcon);  // the caller's icon is replaced by the stamped one
     hIcon = surface.CreateNewIcon(crMask);
     return hIcon != NULL;
 }

@@ -2,6 +2,7 @@
 // that work through afxlite windows and graphics objects are in MUIUtilsWnd.cpp.
 #include "MUIUtils.h"
 #include "TesvorFunctions.h"
+#include "frame/Owners.h"
 #include <cwchar>
 #include <cstdlib>
 
@@ -29,33 +30,14 @@ BOOL IsOfCachedClass(HWND hWnd, const wchar_t* className, ATOM& cachedAtom)
     return TRUE;
 }
 
-// A FormatMessageW buffer, released with LocalFree.
-class SystemMessage {
-public:
-    SystemMessage(DWORD flags, DWORD code)
-    {
-        ::FormatMessageW(flags | FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, NULL, code,
-                         MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), reinterpret_cast<LPWSTR>(&m_pszText), 0,
-                         NULL);
-    }
-    ~SystemMessage()
-    {
-        if (m_pszText != NULL)
-            ::LocalFree(m_pszText);
-    }
-    SystemMessage(const SystemMessage&) = delete;
-    SystemMessage& operator=(const SystemMessage&) = delete;
-    const wchar_t* Text() const { return m_pszText; }
-
-private:
-    wchar_t* m_pszText = NULL;
-};
-
-// A CoTaskMemAlloc'ed string, released with CoTaskMemFree.
-struct TaskMemString {
-    LPOLESTR psz = NULL;
-    ~TaskMemString() { ::CoTaskMemFree(psz); }
-};
+// The system's text for a code; null when it has none.
+UniqueHLocal<wchar_t> SystemMessage(DWORD flags, DWORD code)
+{
+    UniqueHLocal<wchar_t> text;
+    ::FormatMessageW(flags | FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, NULL, code,
+                     MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), reinterpret_cast<LPWSTR>(text.put()), 0, NULL);
+    return text;
+}
 
 }  // namespace
 
@@ -179,10 +161,10 @@ CString GetStringFromCLSID(GUID* pCLSID, bool bRemoveBraces)
 {
     if (pCLSID == NULL)
         return CString();
-    TaskMemString text;
-    if (MFailed(::StringFromCLSID(*pCLSID, &text.psz), L"GetStringFromCLSID", __LINE__))
+    UniqueCoTaskMem<wchar_t> text;
+    if (MFailed(::StringFromCLSID(*pCLSID, text.put()), L"GetStringFromCLSID", __LINE__))
         return CString();
-    CString str(text.psz);
+    CString str(text.get());
     if (bRemoveBraces) {
         if (str.Find(L'{') >= 0)
             str = str.Mid(1);
@@ -195,9 +177,9 @@ CString GetStringFromCLSID(GUID* pCLSID, bool bRemoveBraces)
 CString GetLastError()
 {
     DWORD code = ::GetLastError();
-    SystemMessage message(FORMAT_MESSAGE_IGNORE_INSERTS, code);
-    if (message.Text() != NULL)
-        return CString(message.Text());
+    UniqueHLocal<wchar_t> message = SystemMessage(FORMAT_MESSAGE_IGNORE_INSERTS, code);
+    if (message)
+        return CString(message.get());
     CString str;
     str.Format(L"Error = %d ", static_cast<int>(code));
     return str;
@@ -206,8 +188,8 @@ CString GetLastError()
 CString GetComError(HRESULT hr)
 {
     // Unlike GetLastError, inserts are not ignored here.
-    SystemMessage message(0, static_cast<DWORD>(hr));
-    return message.Text() != NULL ? CString(message.Text()) : CString();
+    UniqueHLocal<wchar_t> message = SystemMessage(0, static_cast<DWORD>(hr));
+    return message ? CString(message.get()) : CString();
 }
 
 }  // namespace MUIUtils

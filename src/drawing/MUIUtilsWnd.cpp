@@ -5,6 +5,7 @@
 #include <cwchar>
 #include <cstdlib>
 #include "frame/FaultGuard.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -195,21 +196,20 @@ void AjustComboboxDropWidth(CWnd* pParent, DWORD nID)
             return;
 
         int nTextWidth = 0;
-        CDC* pDC = pCombo->GetDC();
-        CFont* pFont = pCombo->GetFont();
-        // Without a font of its own the control draws with the context's default.
-        CFont* pOldFont = pFont != NULL ? pDC->SelectObject(pFont) : NULL;
-        CString item;
-        for (int i = 0; i < nCount; ++i) {
-            pCombo->GetLBText(i, item);
-            SIZE size = {0, 0};
-            ::GetTextExtentPoint32W(pDC->GetSafeHdc(), item, item.GetLength(), &size);
-            if (size.cx > nTextWidth)
-                nTextWidth = size.cx;
+        {
+            UniqueWindowDC dc(pCombo->GetSafeHwnd());
+            CFont* pFont = pCombo->GetFont();
+            // Without a font of its own the control draws with the context's default.
+            UniqueSelectObject font(dc.get(), pFont != NULL ? pFont->GetSafeHandle() : NULL);
+            CString item;
+            for (int i = 0; i < nCount; ++i) {
+                pCombo->GetLBText(i, item);
+                SIZE size = {0, 0};
+                ::GetTextExtentPoint32W(dc.get(), item, item.GetLength(), &size);
+                if (size.cx > nTextWidth)
+                    nTextWidth = size.cx;
+            }
         }
-        if (pOldFont != NULL)
-            pDC->SelectObject(pOldFont);
-        pCombo->ReleaseDC(pDC);
 
         int nWidth = nTextWidth + 2 * ::GetSystemMetrics(SM_CXEDGE);
 

@@ -1,6 +1,7 @@
 #include "KernelObjectNames.h"
 #include <cwchar>
 #include "MCAdvApi32Dll.h"
+#include "frame/Owners.h"
 #include "system/ProcBinding.h"
 
 namespace {
@@ -11,31 +12,27 @@ LONG g_terminalServices = -1;
 // NT 4 tells Terminal Server editions only by the product suite list.
 bool ProductSuiteHasTerminalServer()
 {
-    HKEY key = NULL;
-    if (::RegOpenKeyA(HKEY_LOCAL_MACHINE, "System\\CurrentControlSet\\Control\\ProductOptions",
-                      &key) != ERROR_SUCCESS)
+    UniqueHKey key;
+    if (::RegOpenKeyA(HKEY_LOCAL_MACHINE, "System\\CurrentControlSet\\Control\\ProductOptions", key.put()) !=
+        ERROR_SUCCESS)
         return false;
-    bool found = false;
     DWORD type = 0;
     DWORD size = 0;
-    if (::RegQueryValueExA(key, "ProductSuite", NULL, &type, NULL, &size) == ERROR_SUCCESS &&
-        size != 0) {
-        // Two spare zero bytes end the list even when the stored value lacks
-        // its terminators.
-        char* suites = static_cast<char*>(::LocalAlloc(LPTR, size + 2));
-        if (suites) {
-            if (::RegQueryValueExA(key, "ProductSuite", NULL, &type,
-                                   reinterpret_cast<BYTE*>(suites), &size) == ERROR_SUCCESS &&
-                type == REG_MULTI_SZ && suites[0] != '\0') {
-                for (const char* suite = suites; *suite && !found;
-                     suite += ::lstrlenA(suite) + 1)
-                    found = ::lstrcmpA(suite, "Terminal Server") == 0;
-            }
-            ::LocalFree(suites);
-        }
+    if (::RegQueryValueExA(key.get(), "ProductSuite", NULL, &type, NULL, &size) != ERROR_SUCCESS || size == 0)
+        return false;
+    // Two spare zero bytes end the list even when the stored value lacks its
+    // terminators.
+    UniqueHLocal<char> suites(static_cast<char*>(::LocalAlloc(LPTR, size + 2)));
+    if (!suites ||
+        ::RegQueryValueExA(key.get(), "ProductSuite", NULL, &type, reinterpret_cast<BYTE*>(suites.get()), &size) !=
+            ERROR_SUCCESS ||
+        type != REG_MULTI_SZ || suites.get()[0] == '\0')
+        return false;
+    for (const char* suite = suites.get(); *suite; suite += ::lstrlenA(suite) + 1) {
+        if (::lstrcmpA(suite, "Terminal Server") == 0)
+            return true;
     }
-    ::RegCloseKey(key);
-    return found;
+    return false;
 }
 
 // Windows 2000 has the suite test, but not every system this library runs
@@ -83,22 +80,13 @@ const wchar_t* SkipPrefixWithoutTerminalServices(const wchar_t* name, size_t len
     return HasTerminalServices() ? name : name + length;
 }
 
-// SIDs, the ACL and the descriptor of one secure creation. They are freed
-// when it ends, with the creation's last error kept for the caller.
-class OpenAccessMutexParts {
-public:
-    OpenAccessMutexParts() : m_everyone(NULL), m_administrators(NULL), m_acl(NULL), m_descriptor(NULL) {}
-    ~OpenAccessMutexParts()
-    {
-        if (m_everyone)
-            ::FreeSid(m_everyone);
-        if (m_administrators)
-            ::FreeSid(m_administrators);
-        if (m_acl)
-            ::LocalFree(m_acl);
-        if (m_descriptor)
-            ::LocalFree(m_descriptor);
-    }
+// SIDs, the ACL and the descriptor of one secure creation, freed when it ends
+// (the SIDs first, then the ACL and the descriptor).
+struct OpenAccessMutexParts {
+    UniqueHLocal<> descriptor;
+    UniqueHLocal<ACL> acl;
+    UniqueSid administrators;
+    UniqueSid everyone;
 
     HANDLE Create(MCAdvApi32Dll& advapi, BOOL initialOwner, const wchar_t* name)
     {
@@ -107,8 +95,8 @@ public:
         const DWORD kAccess = 0x001F0003;
 
         SID_IDENTIFIER_AUTHORITY worldAuthority = {SECURITY_WORLD_SID_AUTHORITY};
-        if (!advapi.AllocateAndInitializeSid(&worldAuthority, 1, SECURITY_WORLD_RID, 0, 0, 0, 0, 0,
-                                             0, 0, &m_everyone))
+        if (!advapi.AllocateAndInitializeSid(&worldAuthority, 1, SECURITY_WORLD_RID, 0, 0, 0, 0, 0, 0, 0,
+                                             everyone.put()))
             return NULL;
         EXPLICIT_ACCESS_W entries[2];
         ::ZeroMemory(entries, sizeof(entries));
@@ -117,47 +105,36 @@ public:
         entries[0].grfInheritance = NO_INHERITANCE;
         entries[0].Trustee.TrusteeForm = TRUSTEE_IS_SID;
         entries[0].Trustee.TrusteeType = TRUSTEE_IS_WELL_KNOWN_GROUP;
-        entries[0].Trustee.ptstrName = static_cast<LPWSTR>(m_everyone);
+        entries[0].Trustee.ptstrName = static_cast<LPWSTR>(everyone.get());
 
         // The administrators' entry is prepared but, with an entry count of
         // one, never enters the ACL; the mutexes other builds make have only
         // the Everyone entry, and the two must match.
         SID_IDENTIFIER_AUTHORITY ntAuthority = {SECURITY_NT_AUTHORITY};
-        if (!advapi.AllocateAndInitializeSid(&ntAuthority, 2, SECURITY_BUILTIN_DOMAIN_RID,
-                                             DOMAIN_ALIAS_RID_ADMINS, 0, 0, 0, 0, 0, 0,
-                                             &m_administrators))
+        if (!advapi.AllocateAndInitializeSid(&ntAuthority, 2, SECURITY_BUILTIN_DOMAIN_RID, DOMAIN_ALIAS_RID_ADMINS,
+                                             0, 0, 0, 0, 0, 0, administrators.put()))
             return NULL;
         entries[1].grfAccessPermissions = kAccess;
         entries[1].grfAccessMode = SET_ACCESS;
         entries[1].grfInheritance = NO_INHERITANCE;
         entries[1].Trustee.TrusteeForm = TRUSTEE_IS_SID;
         entries[1].Trustee.TrusteeType = TRUSTEE_IS_GROUP;
-        entries[1].Trustee.ptstrName = static_cast<LPWSTR>(m_administrators);
+        entries[1].Trustee.ptstrName = static_cast<LPWSTR>(administrators.get());
 
-        if (advapi.SetEntriesInAclW(1, entries, NULL, &m_acl) != ERROR_SUCCESS)
+        if (advapi.SetEntriesInAclW(1, entries, NULL, acl.put()) != ERROR_SUCCESS)
             return NULL;
         // The minimum length is 20 bytes in 32-bit processes and larger in
         // 64-bit ones, where the descriptor holds pointers.
-        m_descriptor = ::LocalAlloc(LPTR, SECURITY_DESCRIPTOR_MIN_LENGTH);
-        if (!m_descriptor ||
-            !advapi.InitializeSecurityDescriptor(m_descriptor, SECURITY_DESCRIPTOR_REVISION) ||
-            !advapi.SetSecurityDescriptorDacl(m_descriptor, TRUE, m_acl, FALSE))
+        descriptor.reset(::LocalAlloc(LPTR, SECURITY_DESCRIPTOR_MIN_LENGTH));
+        if (!descriptor || !advapi.InitializeSecurityDescriptor(descriptor.get(), SECURITY_DESCRIPTOR_REVISION) ||
+            !advapi.SetSecurityDescriptorDacl(descriptor.get(), TRUE, acl.get(), FALSE))
             return NULL;
         SECURITY_ATTRIBUTES attributes;
         attributes.nLength = sizeof(attributes);
-        attributes.lpSecurityDescriptor = m_descriptor;
+        attributes.lpSecurityDescriptor = descriptor.get();
         attributes.bInheritHandle = FALSE;
         return ::CreateMutexW(&attributes, initialOwner, name);
     }
-
-private:
-    OpenAccessMutexParts(const OpenAccessMutexParts&);
-    OpenAccessMutexParts& operator=(const OpenAccessMutexParts&);
-
-    PSID m_everyone;
-    PSID m_administrators;
-    ACL* m_acl;
-    void* m_descriptor;
 };
 
 }  // namespace

@@ -1,26 +1,9 @@
 #include "MCStreamMan.h"
 
 #include <cstring>
+#include "frame/Owners.h"
 
 namespace {
-
-// Locks a global memory block for the life of the object.
-class GlobalLockScope {
-public:
-    explicit GlobalLockScope(HGLOBAL memory) : m_memory(memory), m_data(::GlobalLock(memory)) {}
-    ~GlobalLockScope()
-    {
-        if (m_data != NULL)
-            ::GlobalUnlock(m_memory);
-    }
-    GlobalLockScope(const GlobalLockScope&) = delete;
-    GlobalLockScope& operator=(const GlobalLockScope&) = delete;
-    void* Data() const { return m_data; }
-
-private:
-    HGLOBAL m_memory;
-    void* m_data;
-};
 
 [[noreturn]] void Throw(HRESULT hr) { throw static_cast<long>(hr); }
 
@@ -46,21 +29,19 @@ MCStreamMan::MCStreamMan(int deleteOnRelease)
 
 MCStreamMan::MCStreamMan(const unsigned short* data, DWORD size, int deleteOnRelease)
 {
-    HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, size);
-    if (memory == NULL)
+    UniqueHGlobal memory(::GlobalAlloc(GMEM_MOVEABLE, size));
+    if (!memory)
         Throw(E_FAIL);
-    try {
-        if (size != 0) {
-            GlobalLockScope lock(memory);
-            if (lock.Data() == NULL)
-                Throw(E_FAIL);
-            std::memcpy(lock.Data(), data, size);
-        }
-        m_stream = Create(memory, deleteOnRelease);
-    } catch (...) {
-        ::GlobalFree(memory);
-        throw;
+    if (size != 0) {
+        UniqueGlobalLock lock(memory.get());
+        if (lock.Data() == NULL)
+            Throw(E_FAIL);
+        std::memcpy(lock.Data(), data, size);
     }
+    m_stream = Create(memory.get(), deleteOnRelease);
+    // The stream holds the block now: it frees it when deleteOnRelease is set,
+    // else the block is the caller's (GetBuffer).
+    memory.release();
     ULARGE_INTEGER newSize;
     newSize.QuadPart = size;
     HRESULT hr = m_stream->SetSize(newSize);
@@ -160,7 +141,7 @@ CString MCStreamMan::CopyBuffer()
 {
     HGLOBAL memory = static_cast<HGLOBAL>(GetBuffer());
     CString text;
-    GlobalLockScope lock(memory);
+    UniqueGlobalLock lock(memory);
     int bytes = static_cast<int>(GetSize());
     if (lock.Data() == NULL || bytes == 0)
         return text;

@@ -1,4 +1,5 @@
 #include "MNSystemAutorityHelper.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -33,37 +34,36 @@ HANDLE OpenQueryToken()
 }  // namespace
 
 // An access check against a descriptor that grants access to Administrators only.
-// The token stays open and the success path keeps its descriptor, ACL and SID;
-// the failure path frees them but stays impersonating. Callers have always seen
-// these effects, so they are kept.
+// The failure path frees what it made but stays impersonating. Callers have
+// always seen that, and the resources the success path keeps (below).
 int MNSystemAutorityHelper::IsAdmin()
 {
-    PSID pAdministrators = NULL;
-    PSECURITY_DESCRIPTOR pDescriptor = NULL;
-    PACL pAcl = NULL;
+    UniqueSid administrators;
+    UniqueHLocal<> descriptor;
+    UniqueHLocal<ACL> acl;
     try {
         ::ImpersonateSelf(SecurityImpersonation);
+        // Never closed, on either path: callers have always seen the token stay open.
         HANDLE hToken = OpenQueryToken();
 
         SID_IDENTIFIER_AUTHORITY ntAuthority = SECURITY_NT_AUTHORITY;
         if (!::AllocateAndInitializeSid(&ntAuthority, 2, SECURITY_BUILTIN_DOMAIN_RID,
-                                        DOMAIN_ALIAS_RID_ADMINS, 0, 0, 0, 0, 0, 0, &pAdministrators))
+                                        DOMAIN_ALIAS_RID_ADMINS, 0, 0, 0, 0, 0, 0, administrators.put()))
             throw AccessCheckFailed();
 
-        pDescriptor = ::LocalAlloc(LPTR, kSecurityDescriptorSize);
-        if (pDescriptor == NULL ||
-            !::InitializeSecurityDescriptor(pDescriptor, SECURITY_DESCRIPTOR_REVISION))
+        descriptor.reset(::LocalAlloc(LPTR, kSecurityDescriptorSize));
+        if (!descriptor || !::InitializeSecurityDescriptor(descriptor.get(), SECURITY_DESCRIPTOR_REVISION))
             throw AccessCheckFailed();
 
-        DWORD aclSize = ::GetLengthSid(pAdministrators) + kAclOverhead;
-        pAcl = static_cast<PACL>(::LocalAlloc(LPTR, aclSize));
-        if (pAcl == NULL || !::InitializeAcl(pAcl, aclSize, ACL_REVISION2) ||
-            !::AddAccessAllowedAce(pAcl, ACL_REVISION2, kAccessRead | kAccessWrite, pAdministrators) ||
-            !::SetSecurityDescriptorDacl(pDescriptor, TRUE, pAcl, FALSE))
+        DWORD aclSize = ::GetLengthSid(administrators.get()) + kAclOverhead;
+        acl.reset(static_cast<PACL>(::LocalAlloc(LPTR, aclSize)));
+        if (!acl || !::InitializeAcl(acl.get(), aclSize, ACL_REVISION2) ||
+            !::AddAccessAllowedAce(acl.get(), ACL_REVISION2, kAccessRead | kAccessWrite, administrators.get()) ||
+            !::SetSecurityDescriptorDacl(descriptor.get(), TRUE, acl.get(), FALSE))
             throw AccessCheckFailed();
-        ::SetSecurityDescriptorGroup(pDescriptor, pAdministrators, FALSE);
-        ::SetSecurityDescriptorOwner(pDescriptor, pAdministrators, FALSE);
-        if (!::IsValidSecurityDescriptor(pDescriptor))
+        ::SetSecurityDescriptorGroup(descriptor.get(), administrators.get(), FALSE);
+        ::SetSecurityDescriptorOwner(descriptor.get(), administrators.get(), FALSE);
+        if (!::IsValidSecurityDescriptor(descriptor.get()))
             throw AccessCheckFailed();
 
         GENERIC_MAPPING mapping = {kAccessRead, kAccessWrite, 0, kAccessRead | kAccessWrite};
@@ -71,20 +71,18 @@ int MNSystemAutorityHelper::IsAdmin()
         DWORD privilegesSize = kPrivilegeSetSize;
         DWORD granted = 0;
         BOOL status = FALSE;
-        if (!::AccessCheck(pDescriptor, hToken, kAccessRead, &mapping,
+        if (!::AccessCheck(descriptor.get(), hToken, kAccessRead, &mapping,
                            reinterpret_cast<PPRIVILEGE_SET>(privileges), &privilegesSize, &granted,
                            &status))
             throw AccessCheckFailed();
 
         ::RevertToSelf();
+        // Kept, not freed, as callers have always seen: the descriptor, ACL and SID.
+        descriptor.release();
+        acl.release();
+        administrators.release();
         return status;
     } catch (const AccessCheckFailed&) {
-        if (pAcl != NULL)
-            ::LocalFree(pAcl);
-        if (pDescriptor != NULL)
-            ::LocalFree(pDescriptor);
-        if (pAdministrators != NULL)
-            ::FreeSid(pAdministrators);
         return 0;
     }
 }

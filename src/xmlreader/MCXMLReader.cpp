@@ -84,9 +84,8 @@ HRESULT MCXMLReader::Open(const wchar_t* path, DWORD /*reserved*/)
             // see E_UNEXPECTED, and the last error text stays as it was.
             IXMLDOMParseErrorPtr parseError;
             if (SUCCEEDED(m_pDocument->get_parseError(&parseError)) && parseError) {
-                BSTR reason = NULL;
-                if (SUCCEEDED(parseError->get_reason(&reason)))
-                    ::SysFreeString(reason);
+                _bstr_t reason;
+                parseError->get_reason(reason.GetAddress());
             }
             return E_UNEXPECTED;
         }

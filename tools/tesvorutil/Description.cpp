@@ -65,11 +65,9 @@ LoadFault FaultFromDocument(MCXMLReader& reader)
     IXMLDOMParseErrorPtr parseError;
     if (FAILED(reader.GetIXMLDOMDocument(document)) || FAILED(document->get_parseError(&parseError)) || !parseError)
         return fault;
-    BSTR reason = NULL;
-    if (SUCCEEDED(parseError->get_reason(&reason)) && reason != NULL) {
-        fault.reason = reason;
-        ::SysFreeString(reason);
-    }
+    _bstr_t reason;
+    if (SUCCEEDED(parseError->get_reason(reason.GetAddress())) && reason.length() != 0)
+        fault.reason = static_cast<const wchar_t*>(reason);
     parseError->get_line(&fault.line);
     parseError->get_linepos(&fault.column);
     fault.reason.TrimRight(L"\r\n ");
