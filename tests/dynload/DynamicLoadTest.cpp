@@ -2,87 +2,44 @@
 #include <afxwin.h>
 #include "resource.h"
 
-namespace {
-
-// The string-table block that holds the library's name.
-LPCWSTR LibraryNameBlock() { return MAKEINTRESOURCEW((IDS_TESVORUTIL_LIBRARY_NAME >> 4) + 1); }
-
-CString LibraryName()
+// The library joins the framework's chain of extension modules once per load (a second
+// load adds no record), leaves it on the last unload, and joins it again when loaded again;
+// while on the chain, its resources are found.
+TEST(DynamicLoadTest, LibraryJoinsTheChainOnLoadAndLeavesOnUnload)
 {
-    CString name;
-    name.LoadString(IDS_TESVORUTIL_LIBRARY_NAME);
-    return name;
-}
-
-class DynamicLoadTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        ASSERT_EQ(nullptr, ::GetModuleHandleW(L"TesvorUtil.dll")) << "the test program must not link the library";
-        chainBefore_ = AfxGetFirstDynLinkLibrary();
-    }
-
-    void ExpectLibraryOffTheChain()
-    {
-        EXPECT_EQ(chainBefore_, AfxGetFirstDynLinkLibrary());
-        // Not found: the search falls back to the program's own resources.
-        EXPECT_EQ(AfxGetResourceHandle(), AfxFindResourceHandle(LibraryNameBlock(), RT_STRING));
-        EXPECT_STREQ(L"", LibraryName());
-    }
-
-    void ExpectLibraryOnTheChain(HMODULE hLibrary)
-    {
-        CDynLinkLibrary* pHead = AfxGetFirstDynLinkLibrary();
-        ASSERT_NE(nullptr, pHead);
-        EXPECT_EQ(hLibrary, pHead->m_hModule);
-        EXPECT_EQ(hLibrary, pHead->m_hResource);
-        EXPECT_FALSE(pHead->m_bSystem);
-        EXPECT_EQ(chainBefore_, pHead->m_pNextDLL) << "exactly one record per loaded library";
-        EXPECT_EQ(hLibrary, AfxFindResourceHandle(LibraryNameBlock(), RT_STRING));
-        EXPECT_STREQ(L"TesvorUtil", LibraryName());
-    }
-
-    CDynLinkLibrary* chainBefore_ = NULL;
-};
-
-TEST_F(DynamicLoadTest, LibraryJoinsTheChainOnLoadAndLeavesOnUnload)
-{
-    ExpectLibraryOffTheChain();
-
-    HMODULE hLibrary = ::LoadLibraryW(L"TesvorUtil.dll");
-    ASSERT_NE(nullptr, hLibrary) << ::GetLastError();
-    ExpectLibraryOnTheChain(hLibrary);
-
-    ASSERT_TRUE(::FreeLibrary(hLibrary));
-    EXPECT_EQ(nullptr, ::GetModuleHandleW(L"TesvorUtil.dll"));
-    ExpectLibraryOffTheChain();
-}
-
-TEST_F(DynamicLoadTest, ASecondLoadAddsNoSecondRecord)
-{
-    HMODULE hFirst = ::LoadLibraryW(L"TesvorUtil.dll");
-    ASSERT_NE(nullptr, hFirst);
-    HMODULE hSecond = ::LoadLibraryW(L"TesvorUtil.dll");
-    EXPECT_EQ(hFirst, hSecond);
-    ExpectLibraryOnTheChain(hFirst);
-
-    ASSERT_TRUE(::FreeLibrary(hSecond));
-    ExpectLibraryOnTheChain(hFirst);  // still loaded once
-
-    ASSERT_TRUE(::FreeLibrary(hFirst));
-    ExpectLibraryOffTheChain();
-}
-
-TEST_F(DynamicLoadTest, LoadsAgainAfterAnUnload)
-{
+    ASSERT_EQ(nullptr, ::GetModuleHandleW(L"TesvorUtil.dll")) << "the test program must not link the library";
+    CDynLinkLibrary* const before = AfxGetFirstDynLinkLibrary();
+    LPCWSTR nameBlock = MAKEINTRESOURCEW((IDS_TESVORUTIL_LIBRARY_NAME >> 4) + 1);
+    auto expectOnTheChain = [&](HMODULE library) {
+        CString name;
+        name.LoadString(IDS_TESVORUTIL_LIBRARY_NAME);
+        CDynLinkLibrary* head = AfxGetFirstDynLinkLibrary();
+        if (library == NULL) {
+            EXPECT_EQ(before, head);
+            // Not found: the search falls back to the program's own resources.
+            EXPECT_EQ(AfxGetResourceHandle(), AfxFindResourceHandle(nameBlock, RT_STRING));
+            EXPECT_STREQ(L"", name);
+            return;
+        }
+        ASSERT_NE(nullptr, head);
+        EXPECT_TRUE(head->m_hModule == library && head->m_hResource == library && !head->m_bSystem);
+        EXPECT_EQ(before, head->m_pNextDLL) << "exactly one record per loaded library";
+        EXPECT_EQ(library, AfxFindResourceHandle(nameBlock, RT_STRING));
+        EXPECT_STREQ(L"TesvorUtil", name);
+    };
+    expectOnTheChain(NULL);
     for (int round = 0; round < 2; round++) {
         SCOPED_TRACE(round);
-        HMODULE hLibrary = ::LoadLibraryW(L"TesvorUtil.dll");
-        ASSERT_NE(nullptr, hLibrary);
-        ExpectLibraryOnTheChain(hLibrary);
-        ASSERT_TRUE(::FreeLibrary(hLibrary));
-        ExpectLibraryOffTheChain();
+        HMODULE first = ::LoadLibraryW(L"TesvorUtil.dll");
+        ASSERT_NE(nullptr, first) << ::GetLastError();
+        expectOnTheChain(first);
+        HMODULE second = ::LoadLibraryW(L"TesvorUtil.dll");
+        EXPECT_EQ(first, second);
+        expectOnTheChain(first);
+        ASSERT_TRUE(::FreeLibrary(second));
+        expectOnTheChain(first);  // still loaded once
+        ASSERT_TRUE(::FreeLibrary(first));
+        EXPECT_EQ(nullptr, ::GetModuleHandleW(L"TesvorUtil.dll"));
+        expectOnTheChain(NULL);
     }
 }
-
-}  // namespace

@@ -1,17 +1,11 @@
 // Plays one program of the family at start-up for the guard tests:
-//
 //   instance_helper main|installer|uninstaller [--timeout N | --impl] [--title] [--hold EVENT]
-//   instance_helper own NAME --hold EVENT
-//
-// --timeout N  checks with MCInstanceResponseImpl(N); --impl with MCTesvorInstanceImpl
-//              (3 seconds, bringing a running copy's window kTitle to the front with kCommand).
-// --title      owns a hidden top-level window titled kTitle that counts the WM_COMMANDs it
-//              receives, as a running copy's main window would.
-// --hold       when the program may start, keeps its guard until the named event is set.
-// own NAME     only holds the named mutex, as an old build or another session's copy would.
-//
-// Prints the check as "started {app,lock}", then the milliseconds it took; a holder prints
-// "commands last_command" when it stops holding.
+//   instance_helper own NAME [--hold EVENT]    (holds only that mutex, as an old build would)
+// --timeout checks with MCInstanceResponseImpl(N); --impl with MCTesvorInstanceImpl, which
+// brings a running copy's window kTitle to the front with kCommand. --title owns such a
+// window, counting the commands it receives. --hold keeps the guard, once the program may
+// start, until the event is set. Prints "started {app,lock} milliseconds", and on leaving
+// "commands last_command".
 #include <afxwin.h>
 #include <shellapi.h>
 #include <cstdio>
@@ -38,20 +32,8 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     return 0;
 }
 
-HWND CreateMainWindow()
-{
-    WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = MainWindowProc;
-    windowClass.hInstance = ::GetModuleHandleW(NULL);
-    windowClass.lpszClassName = L"TesvorTestMainWindow";
-    ::RegisterClassW(&windowClass);
-    return ::CreateWindowExW(0, windowClass.lpszClassName, kTitle, WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, NULL, NULL,
-                             windowClass.hInstance, NULL);
-}
-
-// Runs the window's messages until the event is set (or nothing has happened for a
-// minute, so that a forgotten holder does not outlive its test run), then reports the
-// commands received.
+// Runs the window's messages until the event is set (or nothing has happened for a minute,
+// so that a forgotten holder does not outlive its test run).
 void HoldUntil(const wchar_t* eventName)
 {
     HANDLE quit = eventName ? ::OpenEventW(SYNCHRONIZE, FALSE, eventName) : NULL;
@@ -60,7 +42,6 @@ void HoldUntil(const wchar_t* eventName)
             ::DispatchMessageW(&message);
     if (quit)
         ::CloseHandle(quit);
-    std::printf("%d %llu\n", g_commands, static_cast<unsigned long long>(g_lastCommand));
 }
 
 MCAppInstance* MakeGuard(const wchar_t* role)
@@ -90,34 +71,39 @@ int Run(int argc, wchar_t** argv)
         else
             return 2;
     }
-    if (ownOnly) {
-        HANDLE mutex = ::CreateMutexW(NULL, TRUE, argv[2]);
-        std::printf("%d owned\n0\n", mutex ? 1 : 0);
-        std::fflush(stdout);
-        HoldUntil(holdEvent);
-        return 0;
-    }
-    std::unique_ptr<MCAppInstance> guard(MakeGuard(argc > 1 ? argv[1] : L""));
-    if (!guard)
-        return 2;
-    guard->CanClearWtsSes(TRUE);
-
+    HANDLE mutex = ownOnly ? ::CreateMutexW(NULL, TRUE, argv[2]) : NULL;
+    std::unique_ptr<MCAppInstance> guard(ownOnly ? nullptr : MakeGuard(argc > 1 ? argv[1] : L""));
     MDCheckInstanceResult result;
+    int started = mutex ? 1 : 0;
     const ULONGLONG start = ::GetTickCount64();
     CString target(kTitle);
-    int started = useImpl ? MCTesvorInstanceImpl(kCommand, target).StartCheck(*guard, &result, TRUE)
+    if (guard) {
+        guard->CanClearWtsSes(TRUE);
+        started = useImpl ? MCTesvorInstanceImpl(kCommand, target).StartCheck(*guard, &result, TRUE)
                           : MCInstanceResponseImpl(timeout).StartCheck(*guard, &result);
+    } else if (!ownOnly) {
+        return 2;
+    }
     const ULONGLONG elapsed = ::GetTickCount64() - start;
     // The window exists before the result is out, so that a copy started next finds it.
-    HWND window = started && withTitle ? CreateMainWindow() : NULL;
-    std::printf("%d {%d,%d}\n%llu\n", started, static_cast<int>(result.appID), static_cast<int>(result.lockResult),
+    WNDCLASSW windowClass = {};
+    windowClass.lpfnWndProc = MainWindowProc;
+    windowClass.hInstance = ::GetModuleHandleW(NULL);
+    windowClass.lpszClassName = L"TesvorTestMainWindow";
+    HWND window = started && withTitle && ::RegisterClassW(&windowClass)
+                      ? ::CreateWindowExW(0, windowClass.lpszClassName, kTitle, WS_OVERLAPPEDWINDOW, 0, 0, 100, 100,
+                                          NULL, NULL, windowClass.hInstance, NULL)
+                      : NULL;
+    std::printf("%d {%d,%d} %llu\n", started, static_cast<int>(result.appID), static_cast<int>(result.lockResult),
                 elapsed);
     std::fflush(stdout);
-    if (started && holdEvent)
+    if (started)
         HoldUntil(holdEvent);
+    std::printf("%d %llu\n", g_commands, static_cast<unsigned long long>(g_lastCommand));
     if (window)
         ::DestroyWindow(window);
-    guard->Unlock();
+    if (guard)
+        guard->Unlock();
     return 0;
 }
 

@@ -3,12 +3,15 @@
 #include <cstdio>
 #include <functional>
 #include <map>
+#include <memory>
 #include <vector>
 #include "MCStreamMan.h"
 #include "ScopedImportHook.h"
 #include "VtableSlotPatch.h"
 
 namespace {
+
+typedef std::vector<long long> Values;
 
 // "= value" for what an operation returns, "! hresult" for the long it throws.
 std::string Outcome(const std::function<long long()>& operation)
@@ -22,8 +25,6 @@ std::string Outcome(const std::function<long long()>& operation)
     return text;
 }
 
-typedef std::vector<long long> Trace;
-
 MCStreamMan FromBytes(const char* bytes, DWORD size, int deleteOnRelease = TRUE)
 {
     return MCStreamMan(reinterpret_cast<const unsigned short*>(bytes), size, deleteOnRelease);
@@ -31,22 +32,22 @@ MCStreamMan FromBytes(const char* bytes, DWORD size, int deleteOnRelease = TRUE)
 
 }  // namespace
 
-TEST(StreamTest, ReadsWritesAndMovesOverItsMemory)
+TEST(StreamTest, ReadsWritesMovesAndSharesItsMemory)
 {
     BYTE buffer[10] = {}, data[] = {'a', 'b', 'c', 'd'};
     MCStreamMan made = FromBytes("12345", 5), empty;
     // size, position, read, position, read again
-    EXPECT_EQ((Trace{5, 0, 5, 5, 0}), (Trace{made.GetSize(), made.GetPosition(), made.Read(buffer, 10),
-                                           made.GetPosition(), made.Read(buffer, 10)}));
+    EXPECT_EQ((Values{5, 0, 5, 5, 0}), (Values{made.GetSize(), made.GetPosition(), made.Read(buffer, 10),
+                                               made.GetPosition(), made.Read(buffer, 10)}));
     EXPECT_EQ(0, memcmp("12345", buffer, 5));
-    EXPECT_EQ((Trace{0, 0, 0, 0}), (Trace{FromBytes("", 0).GetSize(), empty.GetSize(), empty.GetPosition(),
-                                        empty.Read(buffer, 10)}));
+    EXPECT_EQ((Values{0, 0, 0, 0}),
+              (Values{FromBytes("", 0).GetSize(), empty.GetSize(), empty.GetPosition(), empty.Read(buffer, 10)}));
     // Writes grow the stream; backwards by one goes through SetPosition.
-    EXPECT_EQ((Trace{0, 0, 4, 4, 8, 8, 1, 3, 1, 6, 1, 2, 1, 2}),
-              (Trace{empty.Write(data, 0), empty.GetSize(), empty.Write(data, 4), empty.Write(data, 4), empty.GetSize(),
-                     empty.GetPosition(), empty.SetSize(3), empty.GetSize(), empty.SetSize(6), empty.GetSize(),
-                     empty.SetPosition(1), empty.Read(buffer, 2), empty.SetPosition(empty.GetPosition() - 1),
-                     empty.GetPosition()}));
+    EXPECT_EQ((Values{0, 0, 4, 4, 8, 8, 1, 3, 1, 6, 1, 2, 1, 2}),
+              (Values{empty.Write(data, 0), empty.GetSize(), empty.Write(data, 4), empty.Write(data, 4),
+                      empty.GetSize(), empty.GetPosition(), empty.SetSize(3), empty.GetSize(), empty.SetSize(6),
+                      empty.GetSize(), empty.SetPosition(1), empty.Read(buffer, 2),
+                      empty.SetPosition(empty.GetPosition() - 1), empty.GetPosition()}));
     EXPECT_EQ(0, memcmp("bc", buffer, 2));
 
     // Offsets from each origin (any other origin is the end). -1 becomes 0xFFFFFFFF forward,
@@ -56,9 +57,12 @@ TEST(StreamTest, ReadsWritesAndMovesOverItsMemory)
         long delta;
         int from;
         const char* outcome;
-    } offsets[] = {{4, MEOffsetFromBegin, "= 4"},      {3, MEOffsetFromCurrent, "= 7"},
-                   {0, MEOffsetFromEnd, "= 10"},       {2, 7, "= 12"},
-                   {-1, MEOffsetFromCurrent, "! 80030019"}, {LONG_MIN, MEOffsetFromBegin, "! 80030019"}};
+    } offsets[] = {{4, MEOffsetFromBegin, "= 4"},
+                   {3, MEOffsetFromCurrent, "= 7"},
+                   {0, MEOffsetFromEnd, "= 10"},
+                   {2, 7, "= 12"},
+                   {-1, MEOffsetFromCurrent, "! 80030019"},
+                   {LONG_MIN, MEOffsetFromBegin, "! 80030019"}};
     for (const auto& o : offsets) {
         if (o.outcome[0] == '!')
             digits.SetPosition(0);
@@ -71,22 +75,18 @@ TEST(StreamTest, ReadsWritesAndMovesOverItsMemory)
     EXPECT_EQ(0u, digits.GetPosition());
     // A refused seek is thrown as E_FAIL, not as the seek's result.
     EXPECT_EQ("! 80004005", Outcome([&] { return digits.SetPosition(0x80000000u); }));
-}
 
-TEST(StreamTest, CopiesInterfacesAndBufferShareOneMemory)
-{
+    // Copies and interfaces share one stream.
     MCStreamMan stream = FromBytes("xy", 2);
     MCStreamMan copy(stream), assigned;
-    BYTE z = 'z';
     copy.Offset(0, MEOffsetFromEnd);
-    copy.Write(&z, 1);
+    copy.Write(data, 1);
     assigned = stream;
-    EXPECT_EQ((Trace{3, 3, 3}), (Trace{stream.GetSize(), stream.GetPosition(), assigned.GetSize()}));
-    EXPECT_EQ(E_POINTER, stream.GetIStream(NULL));
     IStream* raw = NULL;
-    EXPECT_EQ(S_OK, stream.GetIStream(&raw));
-    ASSERT_NE(nullptr, raw);
     STATSTG stat = {};
+    EXPECT_EQ((Values{3, 3, 3, E_POINTER, S_OK}), (Values{stream.GetSize(), stream.GetPosition(), assigned.GetSize(),
+                                                          stream.GetIStream(NULL), stream.GetIStream(&raw)}));
+    ASSERT_NE(nullptr, raw);
     raw->Stat(&stat, STATFLAG_NONAME);
     EXPECT_EQ(3u, stat.cbSize.LowPart);
     raw->Release();
@@ -125,45 +125,53 @@ TEST(StreamTest, CopyBufferConvertsTheWholeStreamFromAnyPosition)
     EXPECT_EQ(std::wstring(expected, 5), std::wstring(converted.GetString(), converted.GetLength()));
 }
 
-// The stream's calls made to answer as the test chooses: each slot of the memory stream's
-// function table (shared by every such stream) in turn, and the library's imports.
+namespace {
+
+// The stream's calls made to answer as the test chooses: a slot of the memory stream's
+// function table (shared by every such stream) at a time, or one of the library's imports.
 HRESULT g_result;
 ULONGLONG g_value;
+template <class T>
+HRESULT Answer(T* out, T value)
+{
+    if (out != NULL)
+        *out = value;
+    return g_result;
+}
 HRESULT STDMETHODCALLTYPE FakeQuery(IStream*, REFIID, void** out)
 {
-    *out = NULL;
-    return g_result;
+    return Answer<void*>(out, NULL);
 }
 HRESULT STDMETHODCALLTYPE FakeTransfer(IStream*, void*, ULONG, ULONG* count)
 {
-    *count = ULONG(g_value);
-    return g_result;
+    return Answer(count, ULONG(g_value));
 }
-HRESULT STDMETHODCALLTYPE FakeSeek(IStream*, LARGE_INTEGER, DWORD, ULARGE_INTEGER* position)
+HRESULT STDMETHODCALLTYPE FakeSeek(IStream*, LARGE_INTEGER, DWORD, ULARGE_INTEGER* at)
 {
-    if (position != NULL)
-        position->QuadPart = g_value;
+    return Answer(at, ULARGE_INTEGER{{DWORD(g_value), DWORD(g_value >> 32)}});
+}
+HRESULT STDMETHODCALLTYPE FakeSetSize(IStream*, ULARGE_INTEGER)
+{
     return g_result;
 }
-HRESULT STDMETHODCALLTYPE FakeSetSize(IStream*, ULARGE_INTEGER) { return g_result; }
 HRESULT STDMETHODCALLTYPE FakeStat(IStream*, STATSTG* stat, DWORD)
 {
-    *stat = STATSTG();
-    stat->cbSize.QuadPart = g_value;
-    return g_result;
+    STATSTG sized = {};
+    sized.cbSize.QuadPart = g_value;
+    return Answer(stat, sized);
 }
 HRESULT WINAPI FakeCreateStreamOnHGlobal(HGLOBAL memory, BOOL deleteOnRelease, IStream** out)
 {
     if (memory != NULL && deleteOnRelease)
         ::GlobalFree(memory);
-    *out = NULL;
-    return g_result;
+    return Answer<IStream*>(out, NULL);
 }
 HRESULT WINAPI FakeGetHGlobalFromStream(IStream*, HGLOBAL* memory)
 {
-    *memory = NULL;
-    return g_result;
+    return Answer<HGLOBAL>(memory, NULL);
 }
+
+}  // namespace
 
 TEST(StreamTest, EachFailureIsReturnedOrThrownAsItShouldBe)
 {
@@ -187,10 +195,20 @@ TEST(StreamTest, EachFailureIsReturnedOrThrownAsItShouldBe)
         {Query, E_NOINTERFACE, 0, [&] { return stream.GetIStream(&out) + (out != NULL); }, "= 0"},
         {Seek, STG_E_INVALIDFUNCTION, 0, [&] { return stream.GetPosition(); }, "! 80030001"},
         {Seek, STG_E_INVALIDFUNCTION, 0, [&] { return stream.SetPosition(1); }, "! 80004005"},
-        {Seek, STG_E_INVALIDFUNCTION, 0, [&] { stream.Offset(1, MEOffsetFromBegin); return 0; }, "! 80030001"},
+        {Seek, STG_E_INVALIDFUNCTION, 0,
+         [&] {
+             stream.Offset(1, MEOffsetFromBegin);
+             return 0;
+         },
+         "! 80030001"},
         // Success codes other than S_OK count as failures where S_OK is asked for.
         {Seek, S_FALSE, 0, [&] { return stream.SetPosition(1); }, "! 80004005"},
-        {Seek, S_FALSE, 0, [&] { stream.Offset(1, MEOffsetFromCurrent); return 0; }, "! 00000001"},
+        {Seek, S_FALSE, 0,
+         [&] {
+             stream.Offset(1, MEOffsetFromCurrent);
+             return 0;
+         },
+         "! 00000001"},
         // A position at or past 4 GB is thrown as the seek's own result.
         {Seek, S_OK, 0x100000000ull, [&] { return stream.GetPosition(); }, "! 00000000"},
         {Seek, S_OK, 0xFFFFFFFFull, [&] { return stream.GetPosition(); }, "= 4294967295"},
@@ -206,24 +224,23 @@ TEST(StreamTest, EachFailureIsReturnedOrThrownAsItShouldBe)
         {BufferImport, E_INVALIDARG, 0, [&] { return stream.GetBuffer() != NULL; }, "! 80070057"},
         {BufferImport, E_INVALIDARG, 0, [&] { return stream.CopyBuffer().GetLength(); }, "! 80070057"},
     };
-    std::map<Slot, void*> fakes = {{Query, reinterpret_cast<void*>(&FakeQuery)},
-        {Read, reinterpret_cast<void*>(&FakeTransfer)}, {Write, reinterpret_cast<void*>(&FakeTransfer)},
-        {Seek, reinterpret_cast<void*>(&FakeSeek)}, {SetSize, reinterpret_cast<void*>(&FakeSetSize)},
-        {Stat, reinterpret_cast<void*>(&FakeStat)}};
+    std::map<Slot, void*> fakes = {
+        {Query, reinterpret_cast<void*>(&FakeQuery)},     {Read, reinterpret_cast<void*>(&FakeTransfer)},
+        {Write, reinterpret_cast<void*>(&FakeTransfer)},  {Seek, reinterpret_cast<void*>(&FakeSeek)},
+        {SetSize, reinterpret_cast<void*>(&FakeSetSize)}, {Stat, reinterpret_cast<void*>(&FakeStat)}};
     for (const auto& c : cases) {
         g_result = c.result;
         g_value = c.value;
-        std::string outcome;
-        if (c.slot == CreateImport) {
-            ScopedImportHook hook(TesvorUtilModule(), "ole32.dll", "CreateStreamOnHGlobal", &FakeCreateStreamOnHGlobal);
-            outcome = Outcome(c.operation);
-        } else if (c.slot == BufferImport) {
-            ScopedImportHook hook(TesvorUtilModule(), "ole32.dll", "GetHGlobalFromStream", &FakeGetHGlobalFromStream);
-            outcome = Outcome(c.operation);
-        } else {
-            VtableSlotPatch patch(memoryStream, c.slot, fakes[c.slot]);
-            outcome = Outcome(c.operation);
-        }
-        EXPECT_EQ(c.outcome, outcome) << "slot " << c.slot << ", result " << std::hex << c.result;
+        std::unique_ptr<ScopedImportHook> hook;
+        std::unique_ptr<VtableSlotPatch> patch;
+        if (c.slot == CreateImport)
+            hook.reset(new ScopedImportHook(TesvorUtilModule(), "ole32.dll", "CreateStreamOnHGlobal",
+                                            &FakeCreateStreamOnHGlobal));
+        else if (c.slot == BufferImport)
+            hook.reset(new ScopedImportHook(TesvorUtilModule(), "ole32.dll", "GetHGlobalFromStream",
+                                            &FakeGetHGlobalFromStream));
+        else
+            patch.reset(new VtableSlotPatch(memoryStream, c.slot, fakes[c.slot]));
+        EXPECT_EQ(c.outcome, Outcome(c.operation)) << "slot " << c.slot << ", result " << std::hex << c.result;
     }
 }

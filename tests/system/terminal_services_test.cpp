@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 #include "ChildProcess.h"
 #include "KernelObjectNames.h"
 #include "MCAdvApi32Dll.h"
@@ -67,11 +68,13 @@ TEST(TerminalServices, OpenAccessMutexKeepsTheErrorAndTheCallersAttributes)
 
 namespace {
 
+typedef std::vector<long long> Values;
+
 // A library wrapper with one entry point to bind, counting binder calls.
 class OneEntryDll : public MCDll {
 public:
     OneEntryDll(const wchar_t* dll, const char* entry) : MCDll(dll), m_entry(entry) { Load(); }
-    DWORD SavedError() const { return m_lastError; }
+    using MCDll::m_lastError;
     int binds = 0;
 
 protected:
@@ -90,8 +93,9 @@ struct InspectedWTSDll : MCWTSDll {
     using MCDll::m_lastError;
     bool AllBound() const
     {
-        return m_pfnRegisterSessionNotification && m_pfnUnRegisterSessionNotification && m_pfnQuerySessionInformationA &&
-               m_pfnQuerySessionInformationW && m_pfnFreeMemory && m_pfnEnumerateSessionsA && m_pfnEnumerateSessionsW;
+        return m_pfnRegisterSessionNotification && m_pfnUnRegisterSessionNotification &&
+               m_pfnQuerySessionInformationA && m_pfnQuerySessionInformationW && m_pfnFreeMemory &&
+               m_pfnEnumerateSessionsA && m_pfnEnumerateSessionsW;
     }
 };
 struct InspectedAdvApi32Dll : MCAdvApi32Dll {
@@ -99,42 +103,38 @@ struct InspectedAdvApi32Dll : MCAdvApi32Dll {
     using MCDll::m_lastError;
 };
 
-// A system library that nothing else in the suite loads.
-const wchar_t kUnusedDll[] = L"hid.dll";
-
 }  // namespace
 
 TEST(LateBoundDll, LoadsOnlyWhenEveryEntryPointIsThere)
 {
+    // loaded, binder calls (also after a failed load), saved error when not loaded
     const struct {
         const wchar_t* dll;
         const char* entry;
-        bool loaded;
-        DWORD error;  // saved error when not loaded
+        Values expected;
     } cases[] = {
-        {L"kernel32.dll", "GetVersion", true, 0},
-        {L"kernel32.dll", "NoSuchEntryPoint", false, ERROR_PROC_NOT_FOUND},
-        {L"no_such_library_here.dll", "GetVersion", false, ERROR_MOD_NOT_FOUND},
+        {L"kernel32.dll", "GetVersion", {1, 1, 0}},
+        {L"kernel32.dll", "NoSuchEntryPoint", {0, 1, ERROR_PROC_NOT_FOUND}},
+        {L"no_such_library_here.dll", "GetVersion", {0, 1, ERROR_MOD_NOT_FOUND}},
     };
     for (const auto& c : cases) {
         OneEntryDll dll(c.dll, c.entry);
-        EXPECT_EQ(c.loaded, static_cast<bool>(dll) && dll.GetDllHandle() != NULL) << c.entry;
-        EXPECT_EQ(1, dll.binds) << "the binder also runs after a failed load";
-        EXPECT_EQ(c.error, c.loaded ? 0 : dll.SavedError()) << c.entry;
+        bool loaded = dll && dll.GetDllHandle() != NULL;
+        EXPECT_EQ(c.expected, (Values{loaded, dll.binds, loaded ? 0 : dll.m_lastError})) << c.entry;
     }
     InspectedWTSDll wts;
     EXPECT_TRUE(wts && wts.AllBound());
 
     // An incomplete library is released again; copies share one load reference (the copy
-    // took none of its own and gave back the original's).
-    if (::GetModuleHandleW(kUnusedDll))
+    // took none of its own and gave back the original's). hid.dll: nothing else loads it.
+    if (::GetModuleHandleW(L"hid.dll"))
         GTEST_SKIP() << "already loaded by the process";
-    EXPECT_FALSE(OneEntryDll(kUnusedDll, "NoSuchEntryPoint"));
-    EXPECT_EQ(NULL, ::GetModuleHandleW(kUnusedDll));
-    OneEntryDll original(kUnusedDll, "HidD_GetHidGuid");
+    EXPECT_FALSE(OneEntryDll(L"hid.dll", "NoSuchEntryPoint"));
+    EXPECT_EQ(NULL, ::GetModuleHandleW(L"hid.dll"));
+    OneEntryDll original(L"hid.dll", "HidD_GetHidGuid");
     ASSERT_TRUE(original);
     EXPECT_EQ(original.GetDllHandle(), OneEntryDll(original).GetDllHandle());
-    EXPECT_EQ(NULL, ::GetModuleHandleW(kUnusedDll));
+    EXPECT_EQ(NULL, ::GetModuleHandleW(L"hid.dll"));
     EXPECT_TRUE(original);
 }
 
@@ -151,11 +151,12 @@ TEST(LateBoundDll, CallsWithoutTheLibrary)
     WTS_SESSION_INFOA* sessionsA = NULL;
     DWORD count = 0;
     HWND window = ::GetDesktopWindow();
-    EXPECT_EQ(0, wts.WTSRegisterSessionNotification(window, 0) + wts.WTSUnRegisterSessionNotification(window));
-    EXPECT_EQ(0, wts.WTSQuerySessionInformationW(NULL, WTS_CURRENT_SESSION, WTSSessionId, &wide, &count) +
-                     wts.WTSQuerySessionInformationA(NULL, WTS_CURRENT_SESSION, WTSSessionId, &narrow, &count));
-    EXPECT_EQ(0, wts.WTSEnumerateSessionsW(NULL, 0, 1, &sessionsW, &count) +
-                     wts.WTSEnumerateSessionsA(NULL, 0, 1, &sessionsA, &count));
+    EXPECT_EQ((Values{0, 0, 0, 0, 0, 0}),
+              (Values{wts.WTSRegisterSessionNotification(window, 0), wts.WTSUnRegisterSessionNotification(window),
+                      wts.WTSQuerySessionInformationW(NULL, WTS_CURRENT_SESSION, WTSSessionId, &wide, &count),
+                      wts.WTSQuerySessionInformationA(NULL, WTS_CURRENT_SESSION, WTSSessionId, &narrow, &count),
+                      wts.WTSEnumerateSessionsW(NULL, 0, 1, &sessionsW, &count),
+                      wts.WTSEnumerateSessionsA(NULL, 0, 1, &sessionsA, &count)}));
     wts.WTSFreeMemory(NULL);
     EXPECT_EQ(4242u, wts.m_lastError);
     EXPECT_TRUE(wide == NULL && sessionsW == NULL);
@@ -168,8 +169,7 @@ TEST(LateBoundDll, CallsWithoutTheLibrary)
     void* sid = NULL;
     ::SetLastError(0);
     EXPECT_FALSE(advapi.AllocateAndInitializeSid(&world, 9, 0, 0, 0, 0, 0, 0, 0, 0, &sid));  // too many
-    EXPECT_NE(0u, advapi.m_lastError);
-    EXPECT_EQ(::GetLastError(), advapi.m_lastError);
+    EXPECT_TRUE(advapi.m_lastError != 0 && advapi.m_lastError == ::GetLastError());
     ASSERT_TRUE(advapi.AllocateAndInitializeSid(&world, 1, 0, 0, 0, 0, 0, 0, 0, 0, &sid));
     EXPECT_TRUE(::IsValidSid(sid));
     ::FreeSid(sid);
@@ -177,10 +177,11 @@ TEST(LateBoundDll, CallsWithoutTheLibrary)
     sid = NULL;
     ACL* acl = NULL;
     BYTE descriptor[SECURITY_DESCRIPTOR_MIN_LENGTH] = {};
-    EXPECT_EQ(1, advapi.AllocateAndInitializeSid(&world, 1, 0, 0, 0, 0, 0, 0, 0, 0, &sid));
-    EXPECT_EQ(1u, advapi.SetEntriesInAclW(0, NULL, NULL, &acl));
-    EXPECT_EQ(1, advapi.InitializeSecurityDescriptor(descriptor, SECURITY_DESCRIPTOR_REVISION));
-    EXPECT_EQ(1, advapi.SetSecurityDescriptorDacl(descriptor, TRUE, NULL, FALSE));
+    EXPECT_EQ((Values{1, 1, 1, 1}),
+              (Values{advapi.AllocateAndInitializeSid(&world, 1, 0, 0, 0, 0, 0, 0, 0, 0, &sid),
+                      advapi.SetEntriesInAclW(0, NULL, NULL, &acl),
+                      advapi.InitializeSecurityDescriptor(descriptor, SECURITY_DESCRIPTOR_REVISION),
+                      advapi.SetSecurityDescriptorDacl(descriptor, TRUE, NULL, FALSE)}));
     EXPECT_TRUE(sid == NULL && acl == NULL && descriptor[0] == 0);
 }
 
@@ -194,24 +195,13 @@ struct RecordingListener : MCWTSSession::MIWTSSessionNotify {
         calls += slot;
         return true;
     }
-    bool OnConsoleConnect() override { return Ran("ConsoleConnect"); }
-    bool OnConsoleDisconnect() override { return Ran("ConsoleDisconnect"); }
-    bool OnSessionLogon() override { return Ran("SessionLogon"); }
-    bool OnSessionLogoff() override { return Ran("SessionLogoff"); }
-    bool OnRemoteConnect() override { return Ran("RemoteConnect"); }
-    bool OnRemoteDisconnect() override { return Ran("RemoteDisconnect"); }
+    bool OnConsoleConnect() override { return Ran("ConsoleConnect "); }
+    bool OnConsoleDisconnect() override { return Ran("ConsoleDisconnect "); }
+    bool OnSessionLogon() override { return Ran("SessionLogon "); }
+    bool OnSessionLogoff() override { return Ran("SessionLogoff "); }
+    bool OnRemoteConnect() override { return Ran("RemoteConnect "); }
+    bool OnRemoteDisconnect() override { return Ran("RemoteDisconnect "); }
 };
-
-// The slots that a session change ran.
-std::string Deliver(HWND window, RecordingListener& listener, WPARAM code)
-{
-    listener.calls.clear();
-    EXPECT_TRUE(::PostMessageW(window, WM_WTSSESSION_CHANGE, code, 1));
-    MSG message;
-    while (::PeekMessageW(&message, NULL, 0, 0, PM_REMOVE))
-        ::DispatchMessageW(&message);
-    return listener.calls;
-}
 
 }  // namespace
 
@@ -221,7 +211,8 @@ TEST(WTSSession, HiddenWindowTurnsEachCodeIntoItsSlot)
     ASSERT_EQ(1, session->Init());
     EXPECT_EQ(session, MCWTSSession::Instance());
     EXPECT_EQ(1, session->Init()) << "a second Init keeps the registration";
-    // This process's hidden window, made on this thread, points back to the session.
+    // This process's hidden window, made on this thread and never shown, points back to
+    // the session.
     HWND window = NULL;
     for (DWORD process = 0; (window = ::FindWindowExW(NULL, window, L"vlrwtsseswndclass", NULL)) != NULL;) {
         ::GetWindowThreadProcessId(window, &process);
@@ -229,46 +220,41 @@ TEST(WTSSession, HiddenWindowTurnsEachCodeIntoItsSlot)
             break;
     }
     ASSERT_NE(HWND(NULL), window);
-    EXPECT_FALSE(::IsWindowVisible(window));
-    EXPECT_EQ(::GetCurrentThreadId(), ::GetWindowThreadProcessId(window, NULL));
-    EXPECT_EQ(reinterpret_cast<LONG_PTR>(session), ::GetWindowLongPtrW(window, GWLP_USERDATA));
-    EXPECT_EQ(LONG_PTR(WS_OVERLAPPEDWINDOW), ::GetWindowLongPtrW(window, GWL_STYLE) & WS_OVERLAPPEDWINDOW);
-    EXPECT_EQ(ULONG_PTR(CS_CLASSDC), ::GetClassLongPtrW(window, GCL_STYLE));
-    EXPECT_EQ(reinterpret_cast<ULONG_PTR>(::GetModuleHandleW(NULL)), ::GetClassLongPtrW(window, GCLP_HMODULE));
+    EXPECT_EQ(
+        (Values{0, LONG_PTR(::GetCurrentThreadId()), LONG_PTR(session), WS_OVERLAPPEDWINDOW, CS_CLASSDC,
+                LONG_PTR(::GetModuleHandleW(NULL))}),
+        (Values{::IsWindowVisible(window), LONG_PTR(::GetWindowThreadProcessId(window, NULL)),
+                ::GetWindowLongPtrW(window, GWLP_USERDATA),
+                ::GetWindowLongPtrW(window, GWL_STYLE) & WS_OVERLAPPEDWINDOW,
+                LONG_PTR(::GetClassLongPtrW(window, GCL_STYLE)), LONG_PTR(::GetClassLongPtrW(window, GCLP_HMODULE))}));
 
+    // Codes 0 to 7, with a listener and without.
     RecordingListener listener;
+    auto deliverEveryCode = [&] {
+        listener.calls.clear();
+        for (WPARAM code = 0; code <= 7; ++code) {
+            EXPECT_TRUE(::PostMessageW(window, WM_WTSSESSION_CHANGE, code, 1));
+            for (MSG message; ::PeekMessageW(&message, NULL, 0, 0, PM_REMOVE);)
+                ::DispatchMessageW(&message);
+        }
+        return listener.calls;
+    };
     EXPECT_EQ(NULL, session->SetNotify(&listener));
-    const char* slots[] = {"", "ConsoleConnect", "ConsoleDisconnect", "RemoteConnect", "RemoteDisconnect",
-                           "SessionLogon", "SessionLogoff", ""};
-    for (WPARAM code = 0; code <= 7; ++code)
-        EXPECT_EQ(slots[code], Deliver(window, listener, code)) << "code " << code;
+    EXPECT_EQ("ConsoleConnect ConsoleDisconnect RemoteConnect RemoteDisconnect SessionLogon SessionLogoff ",
+              deliverEveryCode());
     EXPECT_EQ(0, ::SendMessageW(window, WM_WTSSESSION_CHANGE, WTS_SESSION_LOGON, 0));
-    // Without a listener nothing is called.
     EXPECT_EQ(&listener, session->SetNotify(NULL));
-    for (WPARAM code = 0; code <= 7; ++code)
-        EXPECT_EQ("", Deliver(window, listener, code)) << "code " << code;
+    EXPECT_EQ("", deliverEveryCode());
 
     // A listener built against the interface finds its slots by position.
     typedef bool (*Slot)(MCWTSSession::MIWTSSessionNotify*);
     void** vtable = *reinterpret_cast<void***>(static_cast<MCWTSSession::MIWTSSessionNotify*>(&listener));
     for (int slot = 0; slot < 6; ++slot)
         reinterpret_cast<Slot>(vtable[slot])(&listener);
-    EXPECT_EQ("ConsoleConnectConsoleDisconnectSessionLogonSessionLogoffRemoteConnectRemoteDisconnect", listener.calls);
+    EXPECT_EQ("ConsoleConnect ConsoleDisconnect SessionLogon SessionLogoff RemoteConnect RemoteDisconnect ",
+              listener.calls);
 
-    // The queries follow what the system answers; Wine 8 answers neither, so the fail-open
-    // values are what it gets.
-    InspectedWTSDll wts;
-    LPWSTR buffer = NULL;
-    DWORD bytes = 0, expectedID = 0xFFFFFFFF;
-    bool expectedConnected = true;
-    if (wts.WTSQuerySessionInformationW(NULL, WTS_CURRENT_SESSION, WTSSessionId, &buffer, &bytes)) {
-        expectedID = *reinterpret_cast<DWORD*>(buffer);
-        wts.WTSFreeMemory(buffer);
-    }
-    if (wts.WTSQuerySessionInformationW(NULL, WTS_CURRENT_SESSION, WTSConnectState, &buffer, &bytes)) {
-        expectedConnected = *reinterpret_cast<WTS_CONNECTSTATE_CLASS*>(buffer) == WTSActive;
-        wts.WTSFreeMemory(buffer);
-    }
-    EXPECT_EQ(expectedID, session->GetCurrentSessionID());
-    EXPECT_EQ(expectedConnected, session->IsSessionConnected());
+    // Wine 8 answers neither query, so the fail-open values are what it gets.
+    EXPECT_EQ(0xFFFFFFFF, session->GetCurrentSessionID());
+    EXPECT_TRUE(session->IsSessionConnected());
 }

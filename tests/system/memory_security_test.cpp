@@ -1,10 +1,170 @@
 #include <gtest/gtest.h>
+#include <MCModuleVersion.h>
 #include <MNAci.h>
+#include <MNMemoryUtils.h>
 #include <MNSystemAutorityHelper.h>
+#include <cstdio>
 #include <cstring>
+#include <cwchar>
 #include <string>
 #include <vector>
 #include "ScopedImportHook.h"
+
+namespace {
+
+typedef std::vector<long long> Values;
+
+// A file next to the test program: the library and the test DLLs are built there.
+CString BinPath(const wchar_t* name)
+{
+    wchar_t path[MAX_PATH] = L"";
+    CString full(path, ::GetModuleFileNameW(NULL, path, MAX_PATH));
+    return full.Left(full.ReverseFind(L'\\') + 1) + name;
+}
+
+// "result: signature file-version product-version file-type language code-page value",
+// where value tells what GetValue answers for any name: none, or the root (fixed) block.
+std::string ReadVersions(const std::vector<const wchar_t*>& files)
+{
+    MCModuleVersion version;
+    int result = 0;
+    for (const wchar_t* file : files)
+        result = version.GetFileVersionInfoW(BinPath(file));
+    const wchar_t* value = version.GetValue(L"FileVersion");
+    bool root = value && reinterpret_cast<const VS_FIXEDFILEINFO*>(value)->dwSignature == 0xFEEF04BD &&
+                version.GetValue(L"NoSuchValue") == value && version.GetValue(L"ProductName") == value;
+    char text[128];
+    std::snprintf(text, sizeof(text), "%d: %lx %lx.%lx %lx.%lx %lu %x %u %s", result, version.dwSignature,
+                  version.dwFileVersionMS, version.dwFileVersionLS, version.dwProductVersionMS,
+                  version.dwProductVersionLS, version.dwFileType, version.m_wLanguage, version.m_wCodePage,
+                  value == nullptr ? "none"
+                  : root           ? "root"
+                                   : "other");
+    return text;
+}
+
+}  // namespace
+
+TEST(ModuleVersion, ReadsTheFixedBlockAndTheFirstTranslation)
+{
+    const wchar_t* library = L"TesvorUtil.dll";
+    EXPECT_EQ("0: 0 0.0 0.0 0 0 0 none", ReadVersions({}));
+    EXPECT_EQ("1: feef04bd 10000.0 10000.0 2 409 1200 root", ReadVersions({library}));
+    // Without a translation table the defaults stay, also after a file that had one.
+    EXPECT_EQ("1: feef04bd 20003.40005 60007.80009 2 0 1252 root", ReadVersions({L"TesvorNoTranslation.dll"}));
+    EXPECT_EQ("1: feef04bd 20003.40005 60007.80009 2 0 1252 root", ReadVersions({library, L"TesvorNoTranslation.dll"}));
+    // Without a resource the fixed block is cleared; a block read earlier stays and still answers.
+    EXPECT_EQ("0: 0 0.0 0.0 0 0 1252 none", ReadVersions({L"TesvorNoVersion.dll"}));
+    EXPECT_EQ("0: 0 0.0 0.0 0 0 1252 root", ReadVersions({library, L"TesvorNoVersion.dll"}));
+    EXPECT_EQ("0: 0 0.0 0.0 0 0 1252 root", ReadVersions({library, L"NoSuchFile.dll"}));
+    MCModuleVersion version;
+    EXPECT_EQ(0, version.GetFileVersionInfoW(nullptr));
+
+    // DllGetVersion looks up "D" (the wide name taken as narrow) and never calls it; only a
+    // library exporting D has the record cleared, with its size set.
+    for (const wchar_t* file : {library, L"TesvorNoTranslation.dll", L"NoSuchFile.dll"}) {
+        DLLVERSIONINFO info;
+        ::FillMemory(&info, sizeof(info), 0xCC);
+        EXPECT_EQ(0, MCModuleVersion::DllGetVersion(BinPath(file), info));
+        bool cleared = file && std::wcscmp(file, L"TesvorNoTranslation.dll") == 0;
+        EXPECT_EQ(cleared ? (Values{20, 0, 0}) : (Values{0xCCCCCCCC, 0xCCCCCCCC, 0xCCCCCCCC}),
+                  (Values{info.cbSize, info.dwMajorVersion, info.dwPlatformID}));
+    }
+}
+
+BOOL g_workingSetWorks;
+SIZE_T g_heapCompacted, g_minimum, g_maximum;
+BOOL WINAPI FakeWorkingSet(HANDLE, SIZE_T minimum, SIZE_T maximum)
+{
+    g_minimum = minimum;
+    g_maximum = maximum;
+    ::SetLastError(g_workingSetWorks ? 0 : ERROR_ACCESS_DENIED);
+    return g_workingSetWorks;
+}
+SIZE_T WINAPI FakeHeapCompact(HANDLE, DWORD)
+{
+    ::SetLastError(g_heapCompacted ? 0 : ERROR_NOT_ENOUGH_MEMORY);
+    return g_heapCompacted;
+}
+
+TEST(MemoryUtils, ResultsAndTheFirstError)
+{
+    // Under Wine the heap is never compacted (HeapCompact gives 0), so the real result
+    // follows what the system gives; an error is stored exactly when it is 0.
+    int compacted = ::HeapCompact(::GetProcessHeap(), 0) > 0 ? 1 : 0;
+    DWORD error = 0xDEADBEEF;
+    EXPECT_EQ(compacted, MNMemoryUtils::OptimizeMemory(nullptr));
+    EXPECT_EQ(compacted, MNMemoryUtils::OptimizeMemory(&error));
+    EXPECT_EQ(compacted == 1, error == 0xDEADBEEF);
+
+    ScopedImportHook workingSet(TesvorUtilModule(), "kernel32.dll", "SetProcessWorkingSetSize", &FakeWorkingSet);
+    ScopedImportHook heap(TesvorUtilModule(), "KERNEL32.dll", "HeapCompact", &FakeHeapCompact);
+    ASSERT_TRUE(workingSet.Hooked() && heap.Hooked());
+    // OptimizeMemory: result, error stored, result without a pointer (the first failure's error
+    // is kept); HeapCompact alone: result, error stored. The trim asks for the largest size.
+    const struct {
+        BOOL workingSetWorks;
+        SIZE_T heapCompacted;
+        Values results;
+    } cases[] = {{TRUE, 0x10000, {1, 0xDEADBEEF, 1, 1, 0xDEADBEEF}},
+                 {FALSE, 0x10000, {0, ERROR_ACCESS_DENIED, 0, 1, 0xDEADBEEF}},
+                 {TRUE, 0, {0, ERROR_NOT_ENOUGH_MEMORY, 0, 0, ERROR_NOT_ENOUGH_MEMORY}},
+                 {FALSE, 0, {0, ERROR_ACCESS_DENIED, 0, 0, ERROR_NOT_ENOUGH_MEMORY}}};
+    for (const auto& c : cases) {
+        g_workingSetWorks = c.workingSetWorks;
+        g_heapCompacted = c.heapCompacted;
+        DWORD optimizeError = 0xDEADBEEF, heapError = 0xDEADBEEF;
+        int optimized = MNMemoryUtils::OptimizeMemory(&optimizeError);
+        int compacted = MNMemoryUtils::HeapCompact(0, &heapError);
+        EXPECT_EQ(c.results,
+                  (Values{optimized, optimizeError, MNMemoryUtils::OptimizeMemory(nullptr), compacted, heapError}));
+        EXPECT_EQ((Values{compacted, -1, -1}),
+                  (Values{MNMemoryUtils::HeapCompact(0, nullptr), LONG_PTR(g_minimum), LONG_PTR(g_maximum)}));
+    }
+    g_workingSetWorks = TRUE;
+    EXPECT_EQ(1, MNMemoryUtils::SetProcessWorkingSetSize(0x100000, 0x400000, nullptr));
+    EXPECT_EQ((Values{0x100000, 0x400000}), (Values{LONG_PTR(g_minimum), LONG_PTR(g_maximum)}));
+}
+
+DWORD ProtectionOf(const void* address)
+{
+    MEMORY_BASIC_INFORMATION info = {};
+    ::VirtualQuery(address, &info, sizeof(info));
+    return info.Protect;
+}
+
+TEST(MemoryUtils, SetMemProtectChangesTheWholeRegionAndRestoresIt)
+{
+    SYSTEM_INFO system;
+    ::GetSystemInfo(&system);
+    const SIZE_T page = system.dwPageSize;
+    BYTE* pages = static_cast<BYTE*>(::VirtualAlloc(NULL, 3 * page, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    ASSERT_NE(nullptr, pages);
+    DWORD old = 0;
+    ASSERT_TRUE(::VirtualProtect(pages, 1, PAGE_READONLY, &old));
+
+    // The region starts at the queried page and runs over the pages alike.
+    MEMORY_BASIC_INFORMATION info = {};
+    EXPECT_EQ(DWORD(PAGE_READWRITE), MNMemoryUtils::SetMemProtect(pages + page + 10, PAGE_NOACCESS, &info));
+    EXPECT_EQ(pages + page, info.BaseAddress);
+    EXPECT_EQ(2 * page, info.RegionSize);
+    EXPECT_EQ((Values{PAGE_READONLY, PAGE_NOACCESS, PAGE_NOACCESS}),
+              (Values{ProtectionOf(pages), ProtectionOf(pages + page), ProtectionOf(pages + 2 * page)}));
+    // Null: the region already described.
+    EXPECT_EQ(DWORD(PAGE_NOACCESS), MNMemoryUtils::SetMemProtect(nullptr, PAGE_READWRITE, &info));
+    EXPECT_EQ((Values{PAGE_READWRITE, PAGE_READWRITE}),
+              (Values{ProtectionOf(pages + page), ProtectionOf(pages + 2 * page)}));
+    pages[2 * page] = 1;
+
+    // A free region is described but cannot be protected; an address beyond user space
+    // cannot even be queried.
+    ::VirtualFree(pages, 0, MEM_RELEASE);
+    void* beyond = reinterpret_cast<void*>(~ULONG_PTR(0xFFFF));
+    EXPECT_EQ((Values{0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFFFF}),
+              (Values{MNMemoryUtils::SetMemProtect(pages, PAGE_READONLY, &info),
+                      MNMemoryUtils::SetMemProtect(beyond, PAGE_READONLY, &info),
+                      MNMemoryUtils::SetMemProtect(pages, PAGE_READONLY, nullptr)}));
+}
 
 namespace {
 
@@ -51,8 +211,7 @@ BOOL WINAPI FakeOpenProcessToken(HANDLE process, DWORD access, PHANDLE token)
 TEST(SystemAuthority, AdministratorAndProfileName)
 {
     // Wine's user is an administrator whose name fits.
-    EXPECT_NE(0, MNSystemAutorityHelper::IsAdmin());
-    EXPECT_NE(0, MNSystemAutorityHelper::IsAdmin());
+    EXPECT_TRUE(MNSystemAutorityHelper::IsAdmin() && MNSystemAutorityHelper::IsAdmin());
     wchar_t name[256] = L"";
     DWORD size = 256;
     ASSERT_TRUE(::GetUserNameW(name, &size));
@@ -63,8 +222,11 @@ TEST(SystemAuthority, AdministratorAndProfileName)
     ScopedImportHook userName(TesvorUtilModule(), "ADVAPI32.dll", "GetUserNameW", &FakeGetUserNameW);
     ASSERT_TRUE(userName.Hooked());
     const std::wstring name29(29, L'n');
-    const std::wstring users[][2] = {{L"ann", L"ann"}, {name29, name29}, {name29 + L"x", L""},
-                                     {std::wstring(40, L'y'), L""}, {std::wstring(L"ab\0cd", 5), L"ab"}};
+    const std::wstring users[][2] = {{L"ann", L"ann"},
+                                     {name29, name29},
+                                     {name29 + L"x", L""},
+                                     {std::wstring(40, L'y'), L""},
+                                     {std::wstring(L"ab\0cd", 5), L"ab"}};
     for (const auto& user : users) {
         g_userName = user[0];
         EXPECT_EQ(CString(user[1].c_str()), MNSystemAutorityHelper::GetProfileName());
@@ -84,8 +246,8 @@ TEST(SystemAuthority, AdministratorAndProfileName)
         g_threadTokenError = c.threadError;
         g_processTokenWorks = c.processWorks;
         g_processTokenCalls = 0;
-        EXPECT_EQ(c.admin, MNSystemAutorityHelper::IsAdmin() != 0 ? 1 : 0);
-        EXPECT_EQ(c.processCalls, g_processTokenCalls);
+        bool admin = MNSystemAutorityHelper::IsAdmin() != 0;
+        EXPECT_EQ((Values{c.admin, c.processCalls}), (Values{admin, g_processTokenCalls}));
         ::RevertToSelf();  // the failure path leaves the thread impersonating
     }
 }
@@ -94,21 +256,29 @@ namespace {
 
 using MNAci::MCHookProcData;
 
-DWORD WINAPI FixedTick() { return 0x12345678; }
-DWORD WINAPI OtherTick() { return 0x0BADF00D; }
-
-// Each call reads the test program's own import entry afresh.
-__attribute__((noinline)) DWORD TickThroughImport() { return ::GetTickCount(); }
-
-DWORD ProtectionOf(const void* address)
+DWORD WINAPI FixedTick()
 {
-    MEMORY_BASIC_INFORMATION info = {};
-    ::VirtualQuery(address, &info, sizeof(info));
-    return info.Protect;
+    return 0x12345678;
+}
+DWORD WINAPI OtherTick()
+{
+    return 0x0BADF00D;
 }
 
-MCHookProcData Record(DWORD_PTR hook) { return MCHookProcData{0xAAAA, hook, nullptr, FALSE}; }
-bool SameRecord(const MCHookProcData& a, const MCHookProcData& b) { return std::memcmp(&a, &b, sizeof(a)) == 0; }
+// Each call reads the test program's own import entry afresh.
+__attribute__((noinline)) DWORD TickThroughImport()
+{
+    return ::GetTickCount();
+}
+
+MCHookProcData Record(DWORD_PTR hook)
+{
+    return MCHookProcData{0xAAAA, hook, nullptr, FALSE};
+}
+bool SameRecord(const MCHookProcData& a, const MCHookProcData& b)
+{
+    return std::memcmp(&a, &b, sizeof(a)) == 0;
+}
 
 // A module image made by hand, to reach import tables a real build rarely has: other.dll
 // imports Delta; fake.dll one by ordinal, a nameless one, Alpha and Beta; a second fake.dll
@@ -147,7 +317,11 @@ public:
 private:
     static const DWORD kPage = 0x1000, kDescriptors = 0x200, kLookupTables = 0x400, kTableSize = 0x80;
 
-    template <class T> T* At(DWORD rva) { return reinterpret_cast<T*>(m_base + rva); }
+    template <class T>
+    T* At(DWORD rva)
+    {
+        return reinterpret_cast<T*>(m_base + rva);
+    }
 
     void AddLibrary(const char* name, std::initializer_list<const char*> imports, bool withLookup = true)
     {
@@ -226,16 +400,12 @@ TEST(ImportHook, FindsTheEntryOnlyByNameInTheFirstMatchingLibrary)
         int library;  // -1: not found, the record stays as it was
         int index;
     } cases[] = {
-        {"FAKE.DLL", "alpha", 1, 2},
-        {"fake.dll", "Beta", 1, 3},
-        {"other.dll", "delta", 0, 0},
-        {"fake.dll", "Gamma", -1, 0},      // only the first fake.dll is searched
-        {"fake.dll", "", -1, 0},           // nameless entries are passed over
-        {"fake.dll", "Epsilon", -1, 0},
-        {"ordinal.dll", "Nine", -1, 0},    // imported by ordinal only
-        {"nolookup.dll", "Alpha", -1, 0},  // no lookup table
-        {"missing.dll", "Alpha", -1, 0},
-        {"fake", "Alpha", -1, 0},
+        {"FAKE.DLL", "alpha", 1, 2},      {"fake.dll", "Beta", 1, 3},
+        {"other.dll", "delta", 0, 0},     {"fake.dll", "Gamma", -1, 0},    // only the first fake.dll is searched
+        {"fake.dll", "", -1, 0},                                           // nameless entries are passed over
+        {"fake.dll", "Epsilon", -1, 0},   {"ordinal.dll", "Nine", -1, 0},  // imported by ordinal only
+        {"nolookup.dll", "Alpha", -1, 0},                                  // no lookup table
+        {"missing.dll", "Alpha", -1, 0},  {"fake", "Alpha", -1, 0},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.dll) + "!" + c.proc);
