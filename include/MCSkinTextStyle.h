@@ -21,3 +21,7 @@ struct MCSkinTextStyle {
     }
 };
 #pragma pack(pop)
+
+static_assert(offsetof(MCSkinTextStyle, argbEffect) == sizeof(MEFontEffect) + sizeof(MCSkinRGB) &&
+                  sizeof(MCSkinTextStyle) == sizeof(MEFontEffect) + 3 + 4 + sizeof(MEFontFlags) + 2,
+              "MCSkinTextStyle is byte-packed");

@@ -2,6 +2,7 @@
 // numeric values are part of the interface: applications store and compare them.
 #pragma once
 #include <windows.h>
+#include <cstddef>
 
 // Text effect of a skinned text ("texteffect").
 enum MEFontEffect {
@@ -99,3 +100,10 @@ struct MCSkinARGB {
     BYTE alpha;
 };
 #pragma pack(pop)
+
+// The applications store both records as they lie in memory.
+static_assert(sizeof(MCSkinRGB) == 3 && offsetof(MCSkinRGB, blue) == 0 && offsetof(MCSkinRGB, red) == 2,
+              "MCSkinRGB is blue, green, red");
+static_assert(sizeof(MCSkinARGB) == 4 && offsetof(MCSkinARGB, blue) == 0 && offsetof(MCSkinARGB, green) == 1 &&
+                  offsetof(MCSkinARGB, red) == 2 && offsetof(MCSkinARGB, alpha) == 3,
+              "MCSkinARGB is a little-endian 0xAARRGGBB word");

@@ -331,16 +331,6 @@ TEST(ReaderKeywords, Quirks)
     EXPECT_EQ(1, windowType);
 }
 
-TEST(ReaderTypes, ColourRecordsAreByteExact)
-{
-    EXPECT_EQ(3u, sizeof(MCSkinRGB));
-    EXPECT_EQ(4u, sizeof(MCSkinARGB));
-    MCSkinARGB argb = {0x11, 0x22, 0x33, 0x44};
-    DWORD word;
-    memcpy(&word, &argb, sizeof word);
-    EXPECT_EQ(0x44332211u, word) << "blue, green, red, alpha: a little-endian 0xAARRGGBB";
-}
-
 TEST(ReaderTypes, OrderedMapKeepsFirstInsertionOrder)
 {
     MCOrderedMap<CString, const wchar_t*, CString, CString&> map;

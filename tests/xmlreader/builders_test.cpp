@@ -280,10 +280,4 @@ TEST(WindowRecordTest, CopiesOwnTheirControls)
     EXPECT_EQ(L"one", assigned.arrControls[0]->strIDS);
 }
 
-TEST(TextStyleTest, IsBytePacked)
-{
-    EXPECT_EQ(sizeof(MEFontEffect) + 3 + 4 + sizeof(MEFontFlags) + 2, sizeof(MCSkinTextStyle));
-    EXPECT_EQ(sizeof(MEFontEffect) + 3, offsetof(MCSkinTextStyle, argbEffect));
-}
-
 }  // namespace
