@@ -1,3 +1,4 @@
+// afxlite's arrays and hash maps: growth, order, bad arguments, buckets and node blocks.
 #include <gtest/gtest.h>
 #include <afxcoll.h>
 #include <afxtempl.h>
@@ -7,39 +8,33 @@
 
 namespace {
 
-// Runs the call and tells whether it threw the framework's invalid-argument exception.
-bool ThrowsInvalidArg(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (CInvalidArgException* e) {
-        e->Delete();
-        return true;
-    }
-    return false;
-}
-
 // Exposes the capacity that the growth policy chose.
 class ProbeArray : public CArray<CString, const CString&> {
 public:
     INT_PTR Capacity() const { return m_nMaxSize; }
 };
 
+CString Joined(const CStringArray& a)
+{
+    CString out;
+    for (INT_PTR i = 0; i < a.GetSize(); ++i)
+        out += a[i] + L",";
+    return out;
+}
+
 TEST(CArrayTest, GrowsByAnEighthBetweenFourAnd1024)
 {
-    ProbeArray a;
-    a.Add(L"0");
-    EXPECT_EQ(4, a.Capacity());
-    for (int i = 1; i < 5; i++)
+    ProbeArray a, stepped;
+    std::vector<INT_PTR> capacities;
+    for (int i = 0; i < 100; i++) {
         a.Add(CString(L'x', i));
-    EXPECT_EQ(8, a.Capacity());
-    for (int i = 5; i < 100; i++)
-        a.Add(CString(L'x', i));
-    EXPECT_EQ(100, a.GetSize());
-    for (int i = 1; i < 100; i++)
+        if (i == 0 || i == 4)
+            capacities.push_back(a.Capacity());
+    }
+    EXPECT_EQ((std::vector<INT_PTR>{4, 8}), capacities);
+    ASSERT_EQ(100, a.GetSize());
+    for (int i = 0; i < 100; i++)
         EXPECT_EQ(i, a[i].GetLength());
-
-    ProbeArray stepped;
     stepped.SetSize(0, 10);
     stepped.Add(L"a");
     EXPECT_EQ(10, stepped.Capacity());
@@ -51,24 +46,15 @@ TEST(CArrayTest, InsertAndRemoveKeepOrder)
     for (const wchar_t* s : {L"a", L"b", L"c"})
         a.Add(s);
     a.InsertAt(1, CString(L"x"), 2);
-    ASSERT_EQ(5, a.GetSize());
-    EXPECT_STREQ(L"axxbc", a[0] + a[1] + a[2] + a[3] + a[4]);
-
+    EXPECT_STREQ(L"a,x,x,b,c,", Joined(a));
     a.InsertAt(0, a[4]);  // the element comes from the array itself
-    EXPECT_STREQ(L"c", a[0]);
-    EXPECT_STREQ(L"c", a[5]);
-
+    EXPECT_STREQ(L"c,a,x,x,b,c,", Joined(a));
     a.RemoveAt(1, 3);
-    ASSERT_EQ(3, a.GetSize());
-    EXPECT_STREQ(L"cbc", a[0] + a[1] + a[2]);
-
+    EXPECT_STREQ(L"c,b,c,", Joined(a));
     a.InsertAt(7, CString(L"far"));  // past the end: the gap is filled with empty strings
-    ASSERT_EQ(8, a.GetSize());
-    EXPECT_TRUE(a[6].IsEmpty());
-    EXPECT_STREQ(L"far", a[7]);
-
+    EXPECT_STREQ(L"c,b,c,,,,,far,", Joined(a));
     a.SetSize(2);
-    EXPECT_STREQ(L"cb", a[0] + a[1]);
+    EXPECT_STREQ(L"c,b,", Joined(a));
     a.RemoveAll();
     EXPECT_TRUE(a.IsEmpty());
 }
@@ -77,12 +63,21 @@ TEST(CArrayTest, BadIndexesAndSizesAreInvalidArguments)
 {
     CArray<int, int> a;
     a.Add(1);
-    EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetSize(-1); }));
-    EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(1); }));
-    EXPECT_TRUE(ThrowsInvalidArg([&] { a.GetAt(-1); }));
-    EXPECT_TRUE(ThrowsInvalidArg([&] { a.RemoveAt(0, 2); }));
-    EXPECT_TRUE(ThrowsInvalidArg([&] { a.SetAtGrow(-1, 5); }));
-    EXPECT_EQ(1, a.GetSize());
+    const std::function<void()> calls[] = {
+        [&] { a.SetSize(-1); }, [&] { a.GetAt(1); }, [&] { a.GetAt(-1); }, [&] { a.RemoveAt(0, 2); },
+        [&] { a.SetAtGrow(-1, 5); },
+    };
+    for (const auto& call : calls) {
+        bool thrown = false;
+        try {
+            call();
+        } catch (CInvalidArgException* e) {
+            e->Delete();
+            thrown = true;
+        }
+        EXPECT_TRUE(thrown) << "call " << &call - calls;
+    }
+    ASSERT_EQ(1, a.GetSize());
     EXPECT_EQ(1, a[0]);
 }
 
@@ -95,7 +90,7 @@ TEST(HashKeyTest, IntegersShiftAndStringsMultiplyBy33)
     EXPECT_EQ(HashKey<LPCWSTR>(L"some key"), HashKey<const CString&>(CString(L"some key")));
 }
 
-// Exposes the node blocks of the map.
+// Exposes the node blocks of the map and its keys in iteration order.
 class ProbeMap : public CMap<int, int, CString, const CString&> {
 public:
     explicit ProbeMap(INT_PTR nBlockSize = 10) : CMap(nBlockSize) {}
@@ -106,20 +101,18 @@ public:
             n++;
         return n;
     }
-};
-
-std::vector<int> KeysInIterationOrder(const CMap<int, int, CString, const CString&>& map)
-{
-    std::vector<int> keys;
-    POSITION pos = map.GetStartPosition();
-    while (pos != NULL) {
-        int key;
-        CString value;
-        map.GetNextAssoc(pos, key, value);
-        keys.push_back(key);
+    std::vector<int> Keys() const
+    {
+        std::vector<int> keys;
+        for (POSITION pos = GetStartPosition(); pos != NULL;) {
+            int key;
+            CString value;
+            GetNextAssoc(pos, key, value);
+            keys.push_back(key);
+        }
+        return keys;
     }
-    return keys;
-}
+};
 
 TEST(CMapTest, SeventeenBucketsNewestFirstWithinABucket)
 {
@@ -129,7 +122,15 @@ TEST(CMapTest, SeventeenBucketsNewestFirstWithinABucket)
     map[0x20] = L"b";
     map[0x10] = L"a1";
     map[0x120] = L"a2";
-    EXPECT_EQ((std::vector<int>{0x120, 0x10, 0x20}), KeysInIterationOrder(map));
+    EXPECT_EQ((std::vector<int>{0x120, 0x10, 0x20}), map.Keys());
+
+    ProbeMap wide;
+    wide.InitHashTable(101);
+    EXPECT_EQ(101u, wide.GetHashTableSize());
+    for (int i = 0; i < 1000; i++)
+        wide[i * 16] = L"x";
+    EXPECT_EQ(1000, wide.GetCount());
+    EXPECT_NE(nullptr, wide.PLookup(999 * 16));
 }
 
 TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
@@ -143,7 +144,6 @@ TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
     }
     map.SetAt(3, L"replaced");
     EXPECT_EQ(static_cast<INT_PTR>(expected.size()), map.GetCount());
-
     CString value;
     EXPECT_TRUE(map.Lookup(3, value));
     EXPECT_STREQ(L"replaced", value);
@@ -153,10 +153,9 @@ TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
     EXPECT_TRUE(map.RemoveKey(6));
     EXPECT_FALSE(map.RemoveKey(6));
     expected.erase(6);
-    std::vector<int> keys = KeysInIterationOrder(map);
+    std::vector<int> keys = map.Keys();
     EXPECT_EQ(expected, std::set<int>(keys.begin(), keys.end()));
     EXPECT_EQ(expected.size(), keys.size());
-
     for (int key : expected)
         EXPECT_TRUE(map.RemoveKey(key));
     EXPECT_TRUE(map.IsEmpty());
@@ -167,30 +166,16 @@ TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
 
 TEST(CMapTest, NodesComeInBlocksOfTheGivenSize)
 {
-    ProbeMap map(2);
+    ProbeMap map(2), defaults;
     for (int i = 0; i < 5; i++)
         map[i] = L"x";
     EXPECT_EQ(3, map.Blocks());
     map.RemoveKey(0);
     map[100] = L"reuses the freed node";
     EXPECT_EQ(3, map.Blocks());
-
-    ProbeMap defaults;
     for (int i = 0; i < 11; i++)
         defaults[i] = L"x";
     EXPECT_EQ(2, defaults.Blocks());
-}
-
-TEST(CMapTest, InitHashTableSetsTheBucketCount)
-{
-    ProbeMap map;
-    map.InitHashTable(101);
-    EXPECT_EQ(101u, map.GetHashTableSize());
-    for (int i = 0; i < 1000; i++)
-        map[i * 16] = L"x";
-    EXPECT_EQ(1000, map.GetCount());
-    CString value;
-    EXPECT_TRUE(map.Lookup(999 * 16, value));
 }
 
 TEST(CMapTest, StringKeysLookUpByPointer)
@@ -202,8 +187,7 @@ TEST(CMapTest, StringKeysLookUpByPointer)
     EXPECT_TRUE(map.Lookup(L"two", value));
     EXPECT_EQ(2, value);
     EXPECT_FALSE(map.Lookup(L"One", value));  // keys are case-sensitive
-    CString key(L"one");
-    EXPECT_TRUE(map.RemoveKey(key));
+    EXPECT_TRUE(map.RemoveKey(CString(L"one")));
     EXPECT_EQ(1, map.GetCount());
 }
 

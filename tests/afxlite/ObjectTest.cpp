@@ -1,3 +1,4 @@
+// afxlite's run-time classes and exceptions.
 #include <gtest/gtest.h>
 #include <afxwin.h>
 
@@ -20,7 +21,7 @@ IMPLEMENT_DYNAMIC(CTestTriangle, CTestShape)
 
 namespace {
 
-TEST(RuntimeClassTest, RecordsNameSizeSchemaAndBase)
+TEST(RuntimeClassTest, RecordsBaseChainsAndCreation)
 {
     CRuntimeClass* pClass = RUNTIME_CLASS(CTestShape);
     EXPECT_STREQ("CTestShape", pClass->m_lpszClassName);
@@ -28,33 +29,30 @@ TEST(RuntimeClassTest, RecordsNameSizeSchemaAndBase)
     EXPECT_EQ(0xFFFFu, pClass->m_wSchema);
     EXPECT_EQ(RUNTIME_CLASS(CObject), pClass->m_pfnGetBaseClass());
     EXPECT_EQ(nullptr, RUNTIME_CLASS(CObject)->m_pfnGetBaseClass());
-}
 
-TEST(RuntimeClassTest, IsKindOfFollowsTheBaseChain)
-{
     CTestTriangle triangle;
-    EXPECT_TRUE(triangle.IsKindOf(RUNTIME_CLASS(CTestTriangle)));
-    EXPECT_TRUE(triangle.IsKindOf(RUNTIME_CLASS(CTestShape)));
-    EXPECT_TRUE(triangle.IsKindOf(RUNTIME_CLASS(CObject)));
-    EXPECT_FALSE(triangle.IsKindOf(RUNTIME_CLASS(CException)));
-    EXPECT_FALSE(triangle.IsSerializable());
-
     CMemoryException memory(FALSE);
-    EXPECT_TRUE(memory.IsKindOf(RUNTIME_CLASS(CSimpleException)));
-    EXPECT_TRUE(memory.IsKindOf(RUNTIME_CLASS(CException)));
-    EXPECT_FALSE(memory.IsKindOf(RUNTIME_CLASS(COleException)));
+    struct Case {
+        const CObject& object;
+        CRuntimeClass* pClass;
+        bool kind;
+    } const cases[] = {
+        {triangle, RUNTIME_CLASS(CTestTriangle), true}, {triangle, RUNTIME_CLASS(CTestShape), true},
+        {triangle, RUNTIME_CLASS(CObject), true},       {triangle, RUNTIME_CLASS(CException), false},
+        {memory, RUNTIME_CLASS(CSimpleException), true}, {memory, RUNTIME_CLASS(CException), true},
+        {memory, RUNTIME_CLASS(COleException), false},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(c.kind, c.object.IsKindOf(c.pClass) != FALSE) << c.pClass->m_lpszClassName;
+    EXPECT_FALSE(triangle.IsSerializable());
     EXPECT_EQ(RUNTIME_CLASS(CMemoryException), memory.GetRuntimeClass());
-}
 
-TEST(RuntimeClassTest, CreateObjectOnlyForCreatableClasses)
-{
-    CObject* pObject = RUNTIME_CLASS(CTestShape)->CreateObject();
+    CObject* pObject = pClass->CreateObject();
     ASSERT_NE(nullptr, pObject);
-    EXPECT_EQ(RUNTIME_CLASS(CTestShape), pObject->GetRuntimeClass());
+    EXPECT_EQ(pClass, pObject->GetRuntimeClass());
     EXPECT_EQ(4, static_cast<CTestShape*>(pObject)->m_nSides);
     delete pObject;
-
-    EXPECT_EQ(nullptr, RUNTIME_CLASS(CTestTriangle)->CreateObject());
+    EXPECT_EQ(nullptr, RUNTIME_CLASS(CTestTriangle)->CreateObject());  // not creatable
     EXPECT_EQ(nullptr, RUNTIME_CLASS(CException)->CreateObject());
 }
 
@@ -66,7 +64,7 @@ public:
     ~CCountedException() override { g_destroyed++; }
 };
 
-TEST(ExceptionDeleteTest, HeapExceptionsDeleteThemselves)
+TEST(ExceptionDeleteTest, HeapExceptionsDeleteThemselvesTheMemoryExceptionNever)
 {
     g_destroyed = 0;
     try {
@@ -76,67 +74,50 @@ TEST(ExceptionDeleteTest, HeapExceptionsDeleteThemselves)
         e->Delete();
     }
     EXPECT_EQ(1, g_destroyed);
-
     CCountedException onTheStack(FALSE);
     onTheStack.Delete();
     EXPECT_EQ(1, g_destroyed);  // not auto-delete: survives the call
-}
 
-TEST(ExceptionDeleteTest, MemoryExceptionIsOneStaticObject)
-{
-    CException* pFirst = NULL;
-    CException* pSecond = NULL;
-    try {
-        AfxThrowMemoryException();
-    } catch (CException* e) {
-        pFirst = e;
-        EXPECT_FALSE(e->m_bAutoDelete);
-        e->Delete();
+    CException* caught[2] = {};
+    for (CException*& e : caught) {
+        try {
+            AfxThrowMemoryException();
+        } catch (CException* thrown) {
+            e = thrown;
+            EXPECT_FALSE(thrown->m_bAutoDelete);
+            thrown->Delete();
+        }
     }
-    try {
-        AfxThrowMemoryException();
-    } catch (CMemoryException* e) {
-        pSecond = e;
-        wchar_t text[64];
-        EXPECT_TRUE(e->GetErrorMessage(text, 64));  // still alive after Delete
-        EXPECT_STREQ(L"Out of memory.", text);
-        e->Delete();
-    }
-    EXPECT_EQ(pFirst, pSecond);
+    EXPECT_EQ(caught[0], caught[1]);  // one static object, still alive after Delete
+    wchar_t text[64];
+    EXPECT_TRUE(caught[1]->GetErrorMessage(text, 64));
+    EXPECT_STREQ(L"Out of memory.", text);
 }
 
 TEST(ExceptionTest, ThrowHelpersAndTheirResults)
 {
     struct Case {
-        const char* name;
         void (*thrower)();
         CRuntimeClass* pClass;
         SCODE sc;
     } const cases[] = {
-        {"memory", [] { AfxThrowMemoryException(); }, RUNTIME_CLASS(CMemoryException), E_OUTOFMEMORY},
-        {"invalid argument", [] { AfxThrowInvalidArgException(); }, RUNTIME_CLASS(CInvalidArgException),
-         E_INVALIDARG},
-        {"not supported", [] { AfxThrowNotSupportedException(); }, RUNTIME_CLASS(CNotSupportedException),
-         E_NOTIMPL},
-        {"OLE", [] { AfxThrowOleException(E_POINTER); }, RUNTIME_CLASS(COleException), E_POINTER},
-        {"file", [] { AfxThrowFileException(CFileException::fileNotFound, ERROR_FILE_NOT_FOUND, L"a.txt"); },
+        {[] { AfxThrowMemoryException(); }, RUNTIME_CLASS(CMemoryException), E_OUTOFMEMORY},
+        {[] { AfxThrowInvalidArgException(); }, RUNTIME_CLASS(CInvalidArgException), E_INVALIDARG},
+        {[] { AfxThrowNotSupportedException(); }, RUNTIME_CLASS(CNotSupportedException), E_NOTIMPL},
+        {[] { AfxThrowOleException(E_POINTER); }, RUNTIME_CLASS(COleException), E_POINTER},
+        {[] { AfxThrowFileException(CFileException::fileNotFound, ERROR_FILE_NOT_FOUND, L"a.txt"); },
          RUNTIME_CLASS(CFileException), E_UNEXPECTED},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
         try {
             c.thrower();
-            ADD_FAILURE() << "nothing thrown";
+            ADD_FAILURE() << "nothing thrown by " << c.pClass->m_lpszClassName;
         } catch (CException* e) {
             EXPECT_EQ(c.pClass, e->GetRuntimeClass());
-            EXPECT_EQ(c.sc, COleException::Process(e));
+            EXPECT_EQ(c.sc, COleException::Process(e)) << c.pClass->m_lpszClassName;
             e->Delete();
         }
     }
-}
-
-TEST(ExceptionTest, FileExceptionNamesTheFile)
-{
     CFileException e(CFileException::accessDenied, ERROR_ACCESS_DENIED, L"C:\\x.dat");
     wchar_t text[128];
     EXPECT_TRUE(e.GetErrorMessage(text, 128));
