@@ -18,68 +18,45 @@ CString DocumentXml(const IXMLDOMDocumentPtr& document)
     EXPECT_EQ(S_OK, document->get_xml(&xml));
     CString text(xml);
     ::SysFreeString(xml);
-    text.Remove(L'\r');
-    text.Remove(L'\n');
-    text.Remove(L'\t');
+    for (wchar_t blank : {L'\r', L'\n', L'\t'})
+        text.Remove(blank);
     return text;
+}
+
+HRESULT FindWindow(MCXMLReader& reader)
+{
+    IXMLDOMNodePtr window;
+    return Access::FindNodeInDocument(reader, L"root/window", window);
 }
 
 }  // namespace
 
-TEST(ReaderDocument, FailedOpenLeavesReaderClosedAndReusable)
+TEST(ReaderDocument, OpenCloseAndReopenAnOwnedDocument)
 {
     MCXMLReader reader;
     EXPECT_EQ(E_UNEXPECTED, reader.Open(TestDataPath(L"xmlreader\\no-such-file.xml"), 0));
-    EXPECT_FALSE(Access::IsOpen(reader));
     IXMLDOMDocumentPtr created = Access::Document(reader);
-    EXPECT_TRUE(created ) << "the document object is kept for reuse";
-
+    EXPECT_TRUE(created != nullptr) << "the document object is kept for reuse";
     EXPECT_EQ(E_UNEXPECTED, reader.Open(TestDataPath(L"xmlreader\\malformed.xml"), 0));
     EXPECT_FALSE(Access::IsOpen(reader));
     EXPECT_TRUE(reader.m_strError.IsEmpty()) << "a parse failure leaves the error text alone";
     EXPECT_TRUE(Access::Document(reader) == created);
 
-    EXPECT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\description.xml"), 0xDEADBEEF));
+    ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0xDEADBEEF));
     EXPECT_TRUE(Access::IsOpen(reader));
     EXPECT_FALSE(Access::IsExternal(reader));
-    IXMLDOMNodePtr window;
-    EXPECT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root/window", window));
-}
-
-TEST(ReaderDocument, CloseEmptiesAnOwnedDocumentAndKeepsTheObject)
-{
-    MCXMLReader reader;
-    ASSERT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\description.xml"), 0));
-    IXMLDOMDocumentPtr document = Access::Document(reader);
+    EXPECT_EQ(S_OK, FindWindow(reader));
     EXPECT_EQ(S_OK, reader.Close());
     EXPECT_FALSE(Access::IsOpen(reader));
-    EXPECT_TRUE(Access::Document(reader) == document);
-    EXPECT_EQ(CString(L"<root/>"), DocumentXml(document));
-    IXMLDOMNodePtr window;
-    EXPECT_EQ(S_FALSE, Access::FindNodeInDocument(reader, L"root/window", window));
-    EXPECT_TRUE(window == nullptr);
+    EXPECT_TRUE(Access::Document(reader) == created) << "closing keeps the object, emptied";
+    EXPECT_EQ(CString(L"<root/>"), DocumentXml(created));
+    EXPECT_EQ(S_FALSE, FindWindow(reader));
     EXPECT_EQ(S_OK, reader.Close()) << "closing a closed reader is fine";
-
-    EXPECT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\description.xml"), 0));
-    EXPECT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root/window", window));
+    EXPECT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
+    EXPECT_EQ(S_OK, FindWindow(reader));
 }
 
-TEST(ReaderDocument, CloseDetachesAnAttachedDocumentWithoutEmptyingIt)
-{
-    IXMLDOMDocumentPtr document = MakeDocument(L"<root><window/></root>");
-    MCXMLReader reader;
-    ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(document));
-    EXPECT_TRUE(Access::IsOpen(reader));
-    EXPECT_TRUE(Access::IsExternal(reader));
-    EXPECT_EQ(S_OK, reader.Close());
-    EXPECT_FALSE(Access::IsExternal(reader));
-    EXPECT_TRUE(Access::IsOpen(reader)) << "m_bOpen stays set until the next Open";
-    EXPECT_EQ(CString(L"<root><window/></root>"), DocumentXml(document));
-    IXMLDOMNodePtr window;
-    EXPECT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root/window", window));
-}
-
-TEST(ReaderDocument, AttachAndHandOutDocuments)
+TEST(ReaderDocument, AttachHandOutAndDetachDocuments)
 {
     MCXMLReader reader;
     IXMLDOMDocumentPtr out;
@@ -87,35 +64,37 @@ TEST(ReaderDocument, AttachAndHandOutDocuments)
     EXPECT_EQ(E_POINTER, reader.SetIXMLDOMDocument(IXMLDOMDocumentPtr()));
     EXPECT_FALSE(Access::IsOpen(reader));
 
-    IXMLDOMDocumentPtr document = MakeDocument(L"<root/>");
+    IXMLDOMDocumentPtr document = MakeDocument(L"<root><window/></root>");
     ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(document));
+    EXPECT_TRUE(Access::IsOpen(reader) && Access::IsExternal(reader));
     EXPECT_EQ(S_OK, reader.GetIXMLDOMDocument(out));
     EXPECT_TRUE(out == document);
-
-    // Opening a file afterwards loads into the attached object and owns it again.
-    EXPECT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\description.xml"), 0));
+    EXPECT_EQ(S_OK, reader.Close());
     EXPECT_FALSE(Access::IsExternal(reader));
+    EXPECT_TRUE(Access::IsOpen(reader)) << "m_bOpen stays set until the next Open";
+    EXPECT_EQ(CString(L"<root><window/></root>"), DocumentXml(document)) << "an attached document is not emptied";
+    EXPECT_EQ(S_OK, FindWindow(reader));
+
+    ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(document));
+    EXPECT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
+    EXPECT_FALSE(Access::IsExternal(reader)) << "opening a file loads into the attached object and owns it";
 }
 
 TEST(ReaderDocument, CopiesShareOneDocument)
 {
-    MCXMLReader reader;
-    ASSERT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\description.xml"), 0));
+    MCXMLReader reader, assigned;
+    ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
     reader.m_strError = L"earlier";
     MCXMLReader copy(reader);
     EXPECT_TRUE(Access::Document(copy) == Access::Document(reader));
     EXPECT_TRUE(Access::IsOpen(copy));
     EXPECT_EQ(CString(L"earlier"), copy.m_strError);
-
-    MCXMLReader assigned;
     assigned = reader;
     EXPECT_EQ(S_OK, assigned.Close());
-    IXMLDOMNodePtr window;
-    EXPECT_EQ(S_FALSE, Access::FindNodeInDocument(reader, L"root/window", window))
-        << "closing one copy empties the document the others see";
+    EXPECT_EQ(S_FALSE, FindWindow(reader)) << "closing one copy empties the document the others see";
 }
 
-TEST(ReaderDocument, QueriesWithoutDocumentFailWithEPointer)
+TEST(ReaderDocument, MissingDocumentsAndNullArgumentsAreEPointer)
 {
     MCXMLReader reader;
     IXMLDOMNodePtr node;
@@ -125,14 +104,10 @@ TEST(ReaderDocument, QueriesWithoutDocumentFailWithEPointer)
     reader.m_strError.Empty();
     EXPECT_EQ(E_POINTER, Access::FindNodesInDocument(reader, L"root", list));
     EXPECT_FALSE(reader.m_strError.IsEmpty());
-}
 
-TEST(ReaderDocument, NullArgumentsGiveEPointerWithoutErrorText)
-{
-    MCXMLReader reader;
-    ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(MakeDocument(L"<root a=''/>")));
-    IXMLDOMNodePtr node;
-    IXMLDOMNodeListPtr list;
+    // Null arguments are refused before any query, without an error text.
+    reader.m_strError.Empty();
+    Attach(reader, L"<root a=''/>");
     IXMLDOMNamedNodeMapPtr attributes;
     _bstr_t value(L"untouched");
     EXPECT_EQ(E_POINTER, Access::FindNodeInNode(reader, L"x", IXMLDOMNodePtr(), node));
@@ -146,13 +121,12 @@ TEST(ReaderDocument, NullArgumentsGiveEPointerWithoutErrorText)
 TEST(ReaderDocument, NodeQueries)
 {
     MCXMLReader reader;
-    ASSERT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\description.xml"), 0));
-
+    ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
     IXMLDOMNodeListPtr list;
     EXPECT_EQ(S_OK, Access::FindNodesInDocument(reader, L"root/window/control", list));
     EXPECT_EQ(2, Length(list));
     EXPECT_EQ(S_FALSE, Access::FindNodesInDocument(reader, L"root/nothing/here", list));
-    ASSERT_TRUE(list ) << "an empty list is still handed out";
+    ASSERT_TRUE(list != nullptr) << "an empty list is still handed out";
     EXPECT_EQ(0, Length(list));
 
     IXMLDOMNodePtr window, control, missing;
@@ -166,19 +140,19 @@ TEST(ReaderDocument, NodeQueries)
 
     IXMLDOMNamedNodeMapPtr attributes;
     ASSERT_EQ(S_OK, Access::GetNamedNodeMap(reader, control, attributes));
-    _bstr_t value(L"prefilled");
-    EXPECT_EQ(S_OK, Access::FindAttributeInNode(reader, L"ids", attributes, value));
-    EXPECT_EQ(CString(L"IDOK"), CString(static_cast<const wchar_t*>(value)));
-    value = L"prefilled";
-    EXPECT_EQ(S_OK, Access::FindAttributeInNode(reader, L"empty", attributes, value));
-    EXPECT_EQ(0u, value.length());
-    value = L"prefilled";
-    EXPECT_EQ(S_FALSE, Access::FindAttributeInNode(reader, L"IDS", attributes, value)) << "names are case-sensitive";
-    EXPECT_EQ(0u, value.length());
-
-    IXMLDOMNodePtr str_table;
-    ASSERT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root/str_table", str_table));
-    EXPECT_EQ(S_FALSE, Access::GetNamedNodeMap(reader, str_table, attributes));
+    struct Case {
+        const wchar_t* name;
+        HRESULT hr;
+        const wchar_t* value;
+    } const cases[] = {{L"ids", S_OK, L"IDOK"}, {L"empty", S_OK, L""}, {L"IDS", S_FALSE, L""}};  // names are case-sensitive
+    for (const Case& c : cases) {
+        _bstr_t value(L"prefilled");
+        EXPECT_EQ(c.hr, Access::FindAttributeInNode(reader, c.name, attributes, value)) << c.name;
+        EXPECT_EQ(CString(c.value), CString(static_cast<const wchar_t*>(value))) << c.name;
+    }
+    IXMLDOMNodePtr stringTable;
+    ASSERT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root/str_table", stringTable));
+    EXPECT_EQ(S_FALSE, Access::GetNamedNodeMap(reader, stringTable, attributes));
 }
 
 // Run twice by ctest: once as is, once with msxml4 disabled through
@@ -187,15 +161,11 @@ TEST(ReaderProgId, InitPrefersMsxml4AndFallsBack)
 {
     wchar_t overrides[512] = L"";
     ::GetEnvironmentVariableW(L"WINEDLLOVERRIDES", overrides, 512);
-    bool msxml4Disabled = wcsstr(overrides, L"msxml4=d") != NULL;
-
+    const bool msxml4Disabled = wcsstr(overrides, L"msxml4=d") != NULL;
     MCXMLReader reader;
     ASSERT_EQ(S_OK, Access::Init(reader));
-    ASSERT_TRUE(Access::Document(reader) );
-    if (msxml4Disabled)
-        EXPECT_TRUE(::GetModuleHandleW(L"msxml4.dll") == nullptr);
-    else
-        EXPECT_TRUE(::GetModuleHandleW(L"msxml4.dll") ) << "Msxml2.DOMDocument.4.0 is tried first";
-    EXPECT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\description.xml"), 0));
+    ASSERT_TRUE(Access::Document(reader) != nullptr);
+    EXPECT_EQ(msxml4Disabled, ::GetModuleHandleW(L"msxml4.dll") == nullptr) << "Msxml2.DOMDocument.4.0 is tried first";
+    EXPECT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
     EXPECT_EQ(S_OK, Access::Init(reader)) << "an existing document is kept";
 }

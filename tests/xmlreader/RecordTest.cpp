@@ -1,0 +1,161 @@
+// What the golden cases (golden_dumps.py) cannot show: every getter's result, records
+// and tables that held something before the call, and the free-data lookups by name.
+#include "ReaderTestAccess.h"
+#include "MCUIWindowData.h"
+#include <functional>
+
+typedef MCXMLReader::StringTable TextTable;
+typedef OwningMap<MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>> ControlTable;
+
+namespace {
+
+CString Joined(const TextTable& table)
+{
+    CString out, value;
+    for (INT_PTR i = 0; i < table.GetKeyCount(); ++i) {
+        table.Lookup(table.GetKeyAt(i), value);
+        out += table.GetKeyAt(i) + L"=" + value + L";";
+    }
+    return out;
+}
+
+CString NameOf(const IXMLDOMNodePtr& node)
+{
+    IXMLDOMElementPtr element = node;
+    _variant_t name;
+    if (!element || element->getAttribute(_bstr_t(L"name"), &name) != S_OK || name.vt != VT_BSTR)
+        return L"<none>";
+    return CString(name.bstrVal);
+}
+
+}  // namespace
+
+TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
+{
+    // Outputs as a caller may hold them: a closed reader or a missing section leaves them alone.
+    MCUIWindowData window;
+    window.strSkinForm = L"untouched";
+    OwningMap<MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>> fonts;
+    ControlTable controls;
+    MCUIScriptData script;
+    script.strFile = L"untouched";
+    TextTable table, section;
+    CString keep(L"keep");
+    table.SetAt(L"k", keep);
+    MCXMLReader::StringTableByID numbers;
+    OwningMap<MCXMLReader::FreedataSections> sections;
+    IXMLDOMNodePtr node;
+    const struct Getter {
+        const char* name;
+        std::function<HRESULT(MCXMLReader&)> call;
+        HRESULT withSection;  // without a document E_FAIL, without the section S_FALSE or S_OK
+        HRESULT withoutSection;
+    } getters[] = {
+        {"GetDialogData", [&](MCXMLReader& r) { return r.GetDialogData(window); }, S_OK, S_FALSE},
+        {"GetAllFontsSchemaData", [&](MCXMLReader& r) { return r.GetAllFontsSchemaData(fonts); }, S_OK, S_OK},
+        {"GetAllControlsSchemaDataByType",
+         [&](MCXMLReader& r) { return r.GetAllControlsSchemaDataByType(MEControlTypeButton, controls); }, S_OK, S_OK},
+        {"GetScriptData", [&](MCXMLReader& r) { return r.GetScriptData(script); }, S_OK, S_FALSE},
+        {"GetStringTableMap", [&](MCXMLReader& r) { return r.GetStringTableMap(table); }, S_OK, S_FALSE},
+        {"GetStringTableMapByID", [&](MCXMLReader& r) { return r.GetStringTableMapByID(numbers); }, S_OK, S_FALSE},
+        {"GetFreedataTableMapBySectionName",
+         [&](MCXMLReader& r) { return r.GetFreedataTableMapBySectionName(L"General", section); }, S_OK, S_FALSE},
+        {"GetAllFreedataSectionTables", [&](MCXMLReader& r) { return r.GetAllFreedataSectionTables(sections); }, S_OK,
+         S_FALSE},
+        {"GetFreedataTableNodeBySectionName",
+         [&](MCXMLReader& r) { return r.GetFreedataTableNodeBySectionName(L"Last", node); }, S_OK, S_FALSE},
+    };
+    MCXMLReader closed, empty, full;
+    Attach(empty, L"<root/>");
+    ASSERT_EQ(S_OK, full.Open(GoldenPath(L"description.xml"), 0));
+    for (const Getter& g : getters) {
+        EXPECT_EQ(E_FAIL, g.call(closed)) << g.name;
+        EXPECT_EQ(g.withoutSection, g.call(empty)) << g.name;
+    }
+    EXPECT_EQ(CString(L"untouched"), window.strSkinForm);
+    EXPECT_EQ(CString(L"untouched"), script.strFile);
+    EXPECT_EQ(CString(L"k=keep;"), Joined(table)) << "tables are appended to, never cleared";
+    EXPECT_EQ(0, fonts.GetCount() + controls.GetCount() + section.GetCount() + numbers.GetCount() + sections.GetCount());
+    EXPECT_TRUE(node == nullptr);
+    for (const Getter& g : getters)
+        EXPECT_EQ(g.withSection, g.call(full)) << g.name;
+    EXPECT_EQ(CString(L"k=keep;hello=Hello;bye=Good bye;last=Last;"), Joined(table));
+
+    // A number-keyed entry whose "id" is no number ends the table.
+    MCXMLReader::StringTableByID ended;
+    Attach(empty, L"<root><str_table_id><entry id='1' text='one'/><entry id='two' text='2'/>"
+                  L"<entry id='3' text='three'/></str_table_id></root>");
+    EXPECT_EQ(S_FALSE, empty.GetStringTableMapByID(ended));
+    EXPECT_EQ(1, ended.GetCount());
+}
+
+TEST(ReaderRecords, BuildersWriteOverWhatTheCallerHeld)
+{
+    MCXMLReader reader;
+    ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"fonts.xml"), 0));
+    MCUIWindowData window;
+    window.arrControls.Add(new MCUIDataControl);  // the reader appends after it
+    wcscpy(window.font.logFont.lfFaceName, L"Kept");
+    window.font.logFont.lfPitchAndFamily = 0x22;
+    window.eWindowType = MEControlWindowTypeWindowless;
+    ASSERT_EQ(S_OK, reader.GetDialogData(window));
+    ASSERT_EQ(3, window.arrControls.GetSize());
+    EXPECT_EQ(CString(L"face31"), window.arrControls[1]->strIDS);
+    EXPECT_EQ(MEControlWindowTypeWindowed, window.eWindowType) << "windowless=\"0\" is written, not skipped";
+    EXPECT_STREQ(L"Kept", window.font.logFont.lfFaceName) << "32 characters do not fit";
+    EXPECT_EQ(0, window.font.logFont.lfPitchAndFamily) << "neither pitch nor family: reset to 0";
+
+    ControlTable controls;
+    ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"schemas.xml"), 0));
+    for (MEControlType type : {MEControlTypeButton, MEControlTypeEdit, MEControlTypeGroupBox})
+        EXPECT_EQ(S_OK, reader.GetAllControlsSchemaDataByType(type, controls));
+    EXPECT_EQ(3, controls.GetCount()) << "added to what the table held; no group box schema";
+}
+
+TEST(ReaderRecords, FreedataByCaseSensitiveSectionName)
+{
+    MCXMLReader reader;
+    ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
+    struct Case {
+        const wchar_t* name;
+        HRESULT hr;
+        const wchar_t* entries;
+    } const cases[] = {
+        {L"General", S_OK, L"Mode=fast;Size=12;Empty=;"},  // the first of a name; partial entries skipped
+        {L"general", S_OK, L"Lower=yes;"}, {L"GENERAL", S_FALSE, L""}, {L"Empty", S_FALSE, L""},
+    };
+    for (const Case& c : cases) {
+        TextTable table;
+        EXPECT_EQ(c.hr, reader.GetFreedataTableMapBySectionName(c.name, table)) << c.name;
+        EXPECT_EQ(CString(c.entries), Joined(table)) << c.name;
+    }
+
+    IXMLDOMNodePtr node;
+    EXPECT_EQ(S_OK, reader.GetFreedataTableNodeBySectionName(L"Last", node));
+    EXPECT_EQ(CString(L"Last"), NameOf(node));
+    EXPECT_EQ(S_OK, reader.GetFreedataTableNodeBySectionName(L"general", node));
+    EXPECT_EQ(CString(L"general"), NameOf(node));
+    // No match: the node stays, the result is that of the last name read.
+    EXPECT_EQ(S_OK, reader.GetFreedataTableNodeBySectionName(L"GENERAL", node));
+    EXPECT_EQ(CString(L"general"), NameOf(node));
+    Attach(reader, L"<root><freedata><section name='a'/><section other='b'/></freedata></root>");
+    IXMLDOMNodePtr none;
+    EXPECT_EQ(S_FALSE, reader.GetFreedataTableNodeBySectionName(L"z", none));
+    EXPECT_TRUE(none == nullptr);
+}
+
+TEST(ReaderRecords, WindowCopiesOwnTheirControls)
+{
+    MCUIWindowData window, assigned;
+    window.arrControls.Add(new MCUIDataControl);
+    window.arrControls[0]->strIDS = L"one";
+    MCUIWindowData copy(window);
+    assigned.arrControls.Add(new MCUIDataControl);
+    assigned.arrControls.Add(new MCUIDataControl);
+    assigned = window;
+    for (const MCUIWindowData* w : {&copy, &assigned}) {
+        ASSERT_EQ(1, w->arrControls.GetSize());
+        EXPECT_NE(window.arrControls[0], w->arrControls[0]);
+        EXPECT_EQ(CString(L"one"), w->arrControls[0]->strIDS);
+    }
+}
