@@ -1,16 +1,18 @@
+// afxlite's GDI objects, device contexts, files and image lists.
 #include <gtest/gtest.h>
 #include <afxcmn.h>
-#include "DrawingTestSupport.h"
+#include "ScopedTempFolder.h"
 
 namespace {
 
 TEST(AfxliteGdi, TemporariesMatchTheObjectTypeAndNeverOwnTheHandle)
 {
     HBRUSH hBrush = ::CreateSolidBrush(RGB(1, 2, 3));
-    HFONT hFont = static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-    HPALETTE hPalette = static_cast<HPALETTE>(::GetStockObject(DEFAULT_PALETTE));
-    struct Case { HGDIOBJ handle; CRuntimeClass* cls; } cases[] = {
-        {hBrush, RUNTIME_CLASS(CBrush)}, {hFont, RUNTIME_CLASS(CFont)}, {hPalette, RUNTIME_CLASS(CPalette)}};
+    struct Case { HGDIOBJ handle; CRuntimeClass* cls; } const cases[] = {
+        {hBrush, RUNTIME_CLASS(CBrush)},
+        {::GetStockObject(DEFAULT_GUI_FONT), RUNTIME_CLASS(CFont)},
+        {::GetStockObject(DEFAULT_PALETTE), RUNTIME_CLASS(CPalette)},
+    };
     for (const Case& c : cases) {
         CGdiObject* temp = CGdiObject::FromHandle(c.handle);
         ASSERT_NE(temp, nullptr);
@@ -26,8 +28,7 @@ TEST(AfxliteGdi, TemporariesMatchTheObjectTypeAndNeverOwnTheHandle)
     // A permanent wrapper is what FromHandle finds, until it lets go.
     CBrush owned;
     ASSERT_TRUE(owned.CreateSolidBrush(RGB(9, 9, 9)));
-    HGDIOBJ hOwned = owned.m_hObject;
-    EXPECT_EQ(CGdiObject::FromHandle(hOwned), &owned);
+    EXPECT_EQ(CGdiObject::FromHandle(owned.m_hObject), &owned);
     EXPECT_TRUE(owned.DeleteObject());
     EXPECT_EQ(owned.m_hObject, nullptr);
     CBrush* volatile noBrush = nullptr;  // framework code asks null pointers for handles
@@ -55,8 +56,7 @@ TEST(AfxliteGdi, DeviceContextsAttachDetachAndSelect)
     dc.SelectObject(old);
 
     HDC hDC = dc.Detach();
-    EXPECT_EQ(dc.m_hDC, nullptr);
-    EXPECT_EQ(dc.m_hAttribDC, nullptr);
+    EXPECT_TRUE(dc.m_hDC == nullptr && dc.m_hAttribDC == nullptr);
     EXPECT_NE(CDC::FromHandle(hDC), &dc);  // a temporary now
     EXPECT_TRUE(::DeleteDC(hDC));
     CDC::DeleteTempMap();
@@ -74,7 +74,8 @@ TEST(AfxliteGdi, DeviceContextsAttachDetachAndSelect)
 
 TEST(AfxliteFile, WritesReadsSeeksAndReportsErrors)
 {
-    CString path = DrawingOutputPath(L"afxlite-file.bin");
+    ScopedTempFolder folder;
+    const CString path = folder.Make(L"afxlite-file.bin");
     {
         CFile file(path, CFile::modeCreate | CFile::modeWrite);
         file.Write("abcdef", 6);
@@ -87,23 +88,19 @@ TEST(AfxliteFile, WritesReadsSeeksAndReportsErrors)
     file.Seek(2, CFile::begin);
     EXPECT_EQ(file.Read(buffer, 8), 4u);
     EXPECT_STREQ(buffer, "cdef");
-    EXPECT_THROW(
-        {
-            try {
-                file.Write("x", 1);  // opened for reading only
-            } catch (CFileException* e) {
-                EXPECT_EQ(e->m_cause, CFileException::accessDenied);
-                e->Delete();
-                throw 1;
-            }
-        },
-        int);
+    UINT cause = 0;
+    try {
+        file.Write("x", 1);  // opened for reading only
+    } catch (CFileException* e) {
+        cause = e->m_cause;
+        e->Delete();
+    }
+    EXPECT_EQ(cause, static_cast<UINT>(CFileException::accessDenied));
     file.Close();
     EXPECT_EQ(file.m_hFile, CFile::hFileNull);
-    ::DeleteFileW(path);
 
     CFileException error;
-    EXPECT_FALSE(file.Open(DrawingOutputPath(L"missing\\none.bin"), CFile::modeRead, &error));
+    EXPECT_FALSE(file.Open(folder.Path(L"missing\\none.bin"), CFile::modeRead, &error));
     EXPECT_EQ(error.m_cause, CFileException::badPath);
 }
 

@@ -1,24 +1,24 @@
-// Helpers of the drawing tests: reading pixels back, owning test handles, and
+// Helpers of the drawing tests: owning test handles, reading pixels back, and
 // watching the GDI handle table.
 #pragma once
 #include <afxcmn.h>
+#include <algorithm>
 #include <memory>
+#include <type_traits>
 #include <vector>
 
-struct GdiObjectDeleter {
-    void operator()(void* h) const { if (h != NULL) ::DeleteObject(static_cast<HGDIOBJ>(h)); }
+struct FreeGdiObject {
+    void operator()(void* h) const { ::DeleteObject(static_cast<HGDIOBJ>(h)); }
 };
-using UniqueBitmap = std::unique_ptr<std::remove_pointer<HBITMAP>::type, GdiObjectDeleter>;
-
-struct IconDeleter {
-    void operator()(HICON h) const { if (h != NULL) ::DestroyIcon(h); }
+struct FreeIcon {
+    void operator()(HICON h) const { ::DestroyIcon(h); }
 };
-using UniqueIcon = std::unique_ptr<std::remove_pointer<HICON>::type, IconDeleter>;
-
-struct ImageListDeleter {
-    void operator()(HIMAGELIST h) const { if (h != NULL) ::ImageList_Destroy(h); }
+struct FreeImageList {
+    void operator()(HIMAGELIST h) const { ::ImageList_Destroy(h); }
 };
-using UniqueImageList = std::unique_ptr<std::remove_pointer<HIMAGELIST>::type, ImageListDeleter>;
+using UniqueBitmap = std::unique_ptr<std::remove_pointer<HBITMAP>::type, FreeGdiObject>;
+using UniqueIcon = std::unique_ptr<std::remove_pointer<HICON>::type, FreeIcon>;
+using UniqueImageList = std::unique_ptr<std::remove_pointer<HIMAGELIST>::type, FreeImageList>;
 
 // A bitmap's pixels as COLORREFs, top row first (GetDIBits into a 32-bit block).
 struct Pixels {
@@ -35,15 +35,10 @@ inline Pixels ReadPixels(HBITMAP hBitmap)
     if (hBitmap == NULL || ::GetObjectW(hBitmap, sizeof(bm), &bm) == 0)
         return result;
     BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
-    info.bmiHeader.biWidth = bm.bmWidth;
-    info.bmiHeader.biHeight = -bm.bmHeight;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), bm.bmWidth, -bm.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     std::vector<RGBQUAD> quads(static_cast<size_t>(bm.bmWidth) * bm.bmHeight);
     HDC hScreen = ::GetDC(NULL);
-    int lines = ::GetDIBits(hScreen, hBitmap, 0, bm.bmHeight, quads.data(), &info, DIB_RGB_COLORS);
+    const int lines = ::GetDIBits(hScreen, hBitmap, 0, bm.bmHeight, quads.data(), &info, DIB_RGB_COLORS);
     ::ReleaseDC(NULL, hScreen);
     if (lines != bm.bmHeight)
         return result;
@@ -64,9 +59,7 @@ inline unsigned HighestFreshGdiSlot()
     unsigned highest = 0;
     for (HBRUSH& b : brushes) {
         b = ::CreateSolidBrush(RGB(1, 2, 3));
-        unsigned slot = LOWORD(reinterpret_cast<ULONG_PTR>(b));
-        if (slot > highest)
-            highest = slot;
+        highest = std::max(highest, static_cast<unsigned>(LOWORD(reinterpret_cast<ULONG_PTR>(b))));
     }
     for (HBRUSH b : brushes)
         ::DeleteObject(b);
@@ -78,14 +71,12 @@ inline unsigned HighestFreshGdiSlot()
 inline CString DrawingOutputPath(const wchar_t* fileName)
 {
     wchar_t dir[MAX_PATH] = {};
-    DWORD n = ::GetEnvironmentVariableW(L"TESVOR_DRAWING_OUT", dir, MAX_PATH);
+    const DWORD n = ::GetEnvironmentVariableW(L"TESVOR_DRAWING_OUT", dir, MAX_PATH);
     if (n == 0 || n >= MAX_PATH) {
         ::GetTempPathW(MAX_PATH, dir);
     } else {
         ::CreateDirectoryW(dir, NULL);
         ::lstrcatW(dir, L"\\");
     }
-    CString path(dir);
-    path += fileName;
-    return path;
+    return CString(dir) + fileName;
 }

@@ -1,3 +1,4 @@
+// Icons, cursors and image-list bitmaps.
 #include <gtest/gtest.h>
 #include "DrawingTestSupport.h"
 #include "MCDC.h"
@@ -6,10 +7,7 @@
 
 namespace {
 
-const COLORREF kRed = RGB(255, 0, 0);
-const COLORREF kBlue = RGB(0, 0, 255);
-const COLORREF kGreen = RGB(0, 255, 0);
-const COLORREF kMask = RGB(255, 0, 255);
+const COLORREF kRed = RGB(255, 0, 0), kBlue = RGB(0, 0, 255), kGreen = RGB(0, 255, 0), kMask = RGB(255, 0, 255);
 
 HICON SolidIcon(int size, COLORREF colour)
 {
@@ -21,51 +19,70 @@ HICON SolidIcon(int size, COLORREF colour)
 // An icon with a mask bitmap only (black and white, double height).
 HICON MonochromeIcon()
 {
-    BYTE andBits[32 * 4] = {};
-    BYTE xorBits[32 * 4] = {};
+    BYTE andBits[32 * 4] = {}, xorBits[32 * 4] = {};
     return ::CreateIcon(::GetModuleHandleW(NULL), 32, 32, 1, 1, andBits, xorBits);
 }
 
-TEST(ImageUtils, IconSizesComeFromTheColourBitmap)
+// The size GetIconSize reads, or (-1, -1) when it fails.
+CSize IconSize(HICON hIcon)
 {
-    UniqueIcon icon(SolidIcon(24, kRed));
     CSize size;
-    ASSERT_TRUE(MImageUtils::GetIconSize(icon.get(), size));
-    EXPECT_EQ(size, CSize(24, 24));
-    UniqueIcon mono(MonochromeIcon());
-    ASSERT_NE(mono, nullptr);
-    EXPECT_FALSE(MImageUtils::GetIconSize(mono.get(), size));
-    EXPECT_FALSE(MImageUtils::GetIconSize(NULL, size));
+    return MImageUtils::GetIconSize(hIcon, size) ? size : CSize(-1, -1);
+}
 
+// Whether `hCursor` is a cursor with the hot spot (x, y); frees it.
+void ExpectCursor(HCURSOR hCursor, DWORD x, DWORD y)
+{
     ICONINFO info = {};
-    ASSERT_TRUE(::GetIconInfo(icon.get(), &info));
+    ASSERT_TRUE(hCursor != NULL && ::GetIconInfo(hCursor, &info));
+    EXPECT_FALSE(info.fIcon);
+    EXPECT_EQ(CPoint(x, y), CPoint(info.xHotspot, info.yHotspot));
     MImageUtils::DestroyIconInfoData(info);
-    EXPECT_EQ(info.hbmColor, nullptr);
-    EXPECT_EQ(info.hbmMask, nullptr);
+    EXPECT_TRUE(info.hbmColor == nullptr && info.hbmMask == nullptr);
     MImageUtils::DestroyIconInfoData(info);  // a second time finds nothing to delete
+    ::DestroyCursor(hCursor);
 }
 
-TEST(ImageUtils, OverlayGoesToTheBottomRightCorner)
+TEST(ImageUtils, IconSizesCursorsAndFiles)
 {
-    HICON hIcon = SolidIcon(32, kRed);
-    UniqueIcon overlay(SolidIcon(16, kBlue));
-    ASSERT_TRUE(MImageUtils::DrawIconOnIcon(hIcon, overlay.get(), IconPlaceBottomRight, kMask));
-    UniqueIcon result(hIcon);
-    MCDC target(32, 32);
-    target.Fill(kGreen);
-    ASSERT_TRUE(::DrawIconEx(target.m_hDC, 0, 0, hIcon, 32, 32, 0, NULL, DI_NORMAL));
-    for (int y = 0; y < 32; ++y)
-        for (int x = 0; x < 32; ++x)
-            ASSERT_EQ(target.GetPixel(x, y), (x >= 16 && y >= 16) ? kBlue : kRed) << x << "," << y;
+    UniqueIcon icon(SolidIcon(24, kRed)), mono(MonochromeIcon());
+    ASSERT_NE(mono, nullptr);
+    EXPECT_EQ(CSize(24, 24), IconSize(icon.get()));
+    EXPECT_EQ(CSize(-1, -1), IconSize(mono.get())) << "no colour bitmap";
+    EXPECT_EQ(CSize(-1, -1), IconSize(NULL));
+    ExpectCursor(MImageUtils::CreateCursorFromIcon(icon.get(), 3, 4), 3, 4);
+    EXPECT_EQ(MImageUtils::CreateCursorFromIcon(mono.get(), 0, 0), nullptr);
+    EXPECT_EQ(MImageUtils::CreateCursorFromIcon(NULL, 0, 0), nullptr);
+
+    const CString ico = TestDataPath(L"drawing\\picture.ico"), cur = TestDataPath(L"drawing\\picture.cur");
+    const CSize systemSize(::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON));
+    UniqueIcon byDefault(static_cast<HICON>(MImageUtils::LoadResourceFromFile(ico, IMAGE_ICON, 0, 0, NULL)));
+    UniqueIcon sized(static_cast<HICON>(MImageUtils::LoadResourceFromFile(ico, IMAGE_ICON, 16, 16, NULL)));
+    UniqueIcon loaded(MImageUtils::LoadIconFromFile(ico, NULL));
+    EXPECT_EQ(systemSize, IconSize(byDefault.get()));
+    EXPECT_EQ(CSize(16, 16), IconSize(sized.get()));
+    EXPECT_EQ(systemSize, IconSize(loaded.get()));
+    UniqueBitmap bitmap(static_cast<HBITMAP>(
+        MImageUtils::LoadResourceFromFile(TestDataPath(L"drawing\\picture.bmp"), IMAGE_BITMAP, 0, 0, NULL)));
+    Pixels pixels = ReadPixels(bitmap.get());
+    EXPECT_EQ(CSize(8, 6), CSize(pixels.width, pixels.height));
+    HCURSOR hCursor = static_cast<HCURSOR>(MImageUtils::LoadResourceFromFile(cur, IMAGE_CURSOR, 5, 5, NULL));
+    ICONINFO info = {};
+    ASSERT_TRUE(hCursor != NULL && ::GetIconInfo(hCursor, &info));
+    EXPECT_FALSE(info.fIcon);
+    MImageUtils::DestroyIconInfoData(info);
+    ::DestroyCursor(hCursor);
+    hCursor = MImageUtils::LoadCursorFromFileW(cur, reinterpret_cast<HINSTANCE>(static_cast<ULONG_PTR>(1)));
+    EXPECT_NE(hCursor, nullptr);
+    ::DestroyCursor(hCursor);
+    EXPECT_EQ(MImageUtils::LoadIconFromFile(TestDataPath(L"drawing\\missing.ico"), NULL), nullptr);
+    EXPECT_EQ(MImageUtils::LoadResourceFromFile(nullptr, IMAGE_ICON, 0, 0, NULL), nullptr);
 }
 
-TEST(ImageUtils, OverlayFailsAndKeepsTheIconForBadPlacesAndSizes)
+TEST(ImageUtils, OverlayGoesToTheBottomRightCornerOrNowhere)
 {
     HICON hIcon = SolidIcon(32, kRed);
-    UniqueIcon keep(hIcon);
-    UniqueIcon small(SolidIcon(16, kBlue));
-    UniqueIcon large(SolidIcon(48, kBlue));
-    UniqueIcon mono(MonochromeIcon());
+    UniqueIcon keep(hIcon), small(SolidIcon(16, kBlue)), large(SolidIcon(48, kBlue)), mono(MonochromeIcon());
     EXPECT_FALSE(MImageUtils::DrawIconOnIcon(hIcon, large.get(), IconPlaceBottomRight, kMask));
     EXPECT_FALSE(MImageUtils::DrawIconOnIcon(hIcon, mono.get(), IconPlaceBottomRight, kMask));
     for (int place = 0; place <= 10; ++place) {
@@ -76,62 +93,30 @@ TEST(ImageUtils, OverlayFailsAndKeepsTheIconForBadPlacesAndSizes)
     HICON hNone = NULL;
     EXPECT_FALSE(MImageUtils::DrawIconOnIcon(hNone, small.get(), IconPlaceBottomRight, kMask));
     EXPECT_EQ(hIcon, keep.get());
-    CSize size;
-    EXPECT_TRUE(MImageUtils::GetIconSize(hIcon, size));
-}
+    EXPECT_EQ(CSize(32, 32), IconSize(hIcon)) << "a failed overlay leaves the icon";
 
-TEST(ImageUtils, CursorsTakeTheIconsPictureAndAHotSpot)
-{
-    UniqueIcon icon(SolidIcon(16, kRed));
-    HICON hCursor = MImageUtils::CreateCursorFromIcon(icon.get(), 3, 4);
-    ASSERT_NE(hCursor, nullptr);
-    ICONINFO info = {};
-    ASSERT_TRUE(::GetIconInfo(hCursor, &info));
-    EXPECT_FALSE(info.fIcon);
-    EXPECT_EQ(info.xHotspot, 3u);
-    EXPECT_EQ(info.yHotspot, 4u);
-    MImageUtils::DestroyIconInfoData(info);
-    ::DestroyCursor(hCursor);
+    ASSERT_TRUE(MImageUtils::DrawIconOnIcon(hIcon, small.get(), IconPlaceBottomRight, kMask));
+    keep.release();
+    UniqueIcon result(hIcon);
+    MCDC target(32, 32);
+    target.Fill(kGreen);
+    ASSERT_TRUE(::DrawIconEx(target.m_hDC, 0, 0, hIcon, 32, 32, 0, NULL, DI_NORMAL));
+    for (int y = 0; y < 32; ++y)
+        for (int x = 0; x < 32; ++x)
+            ASSERT_EQ(target.GetPixel(x, y), (x >= 16 && y >= 16) ? kBlue : kRed) << x << "," << y;
 
-    UniqueIcon mono(MonochromeIcon());
-    EXPECT_EQ(MImageUtils::CreateCursorFromIcon(mono.get(), 0, 0), nullptr);
-    EXPECT_EQ(MImageUtils::CreateCursorFromIcon(NULL, 0, 0), nullptr);
-}
-
-TEST(ImageUtils, LoadsIconsCursorsAndBitmapsFromFiles)
-{
-    CString ico = TestDataPath(L"drawing\\picture.ico");
-    CSize size;
-    UniqueIcon byDefault(static_cast<HICON>(MImageUtils::LoadResourceFromFile(ico, IMAGE_ICON, 0, 0, NULL)));
-    ASSERT_TRUE(MImageUtils::GetIconSize(byDefault.get(), size));
-    EXPECT_EQ(size, CSize(::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON)));
-    UniqueIcon sized(static_cast<HICON>(MImageUtils::LoadResourceFromFile(ico, IMAGE_ICON, 16, 16, NULL)));
-    ASSERT_TRUE(MImageUtils::GetIconSize(sized.get(), size));
-    EXPECT_EQ(size, CSize(16, 16));
-    UniqueIcon loaded(MImageUtils::LoadIconFromFile(ico, NULL));
-    ASSERT_TRUE(MImageUtils::GetIconSize(loaded.get(), size));
-    EXPECT_EQ(size.cx, ::GetSystemMetrics(SM_CXICON));
-
-    UniqueBitmap bitmap(static_cast<HBITMAP>(
-        MImageUtils::LoadResourceFromFile(TestDataPath(L"drawing\\picture.bmp"), IMAGE_BITMAP, 0, 0, NULL)));
-    Pixels pixels = ReadPixels(bitmap.get());
-    EXPECT_EQ(pixels.width, 8);
-    EXPECT_EQ(pixels.height, 6);
-
-    CString cur = TestDataPath(L"drawing\\picture.cur");
-    HCURSOR hCursor = static_cast<HCURSOR>(MImageUtils::LoadResourceFromFile(cur, IMAGE_CURSOR, 5, 5, NULL));
-    ASSERT_NE(hCursor, nullptr);
-    ICONINFO info = {};
-    ASSERT_TRUE(::GetIconInfo(hCursor, &info));
-    EXPECT_FALSE(info.fIcon);
-    MImageUtils::DestroyIconInfoData(info);
-    ::DestroyCursor(hCursor);
-    HCURSOR hDirect = MImageUtils::LoadCursorFromFileW(cur, reinterpret_cast<HINSTANCE>(static_cast<ULONG_PTR>(1)));
-    EXPECT_NE(hDirect, nullptr);
-    ::DestroyCursor(hDirect);
-
-    EXPECT_EQ(MImageUtils::LoadIconFromFile(TestDataPath(L"drawing\\missing.ico"), NULL), nullptr);
-    EXPECT_EQ(MImageUtils::LoadResourceFromFile(nullptr, IMAGE_ICON, 0, 0, NULL), nullptr);
+    // Repeated overlays leave no GDI objects behind.
+    for (int round = 0; round < 2; ++round) {
+        const unsigned slotBefore = HighestFreshGdiSlot();
+        int failures = 0;
+        for (int i = 0; i < (round == 0 ? 10 : 300); ++i) {  // the first round warms the caches up
+            HICON hBase = SolidIcon(16, kRed);
+            failures += MImageUtils::DrawIconOnIcon(hBase, small.get(), IconPlaceBottomRight, kMask) ? 0 : 1;
+            ::DestroyIcon(hBase);
+        }
+        EXPECT_EQ(failures, 0);
+        EXPECT_TRUE(round == 0 || HighestFreshGdiSlot() <= slotBefore + 64);
+    }
 }
 
 TEST(ImageUtils, BitmapByIndexDrawsOneImageOverTheBackground)
@@ -143,38 +128,17 @@ TEST(ImageUtils, BitmapByIndexDrawsOneImageOverTheBackground)
     strip.FillRect(&second, &blue);
     UniqueImageList list(strip.CreateImageList(3, kMask, 0));
     ASSERT_NE(list, nullptr);
-
     HBITMAP hBitmap = reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(1));
     ASSERT_TRUE(MImageUtils::GetBitmapByIndex(list.get(), 1, kGreen, hBitmap));
     UniqueBitmap bitmap(hBitmap);
     Pixels pixels = ReadPixels(hBitmap);
-    ASSERT_EQ(pixels.width, 4);
-    EXPECT_EQ(pixels.At(2, 0), kBlue);
-    EXPECT_EQ(pixels.At(2, 3), kGreen);
-
+    ASSERT_EQ(CSize(4, 4), CSize(pixels.width, pixels.height));
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x)
+            EXPECT_EQ(y < 2 ? kBlue : kGreen, pixels.At(x, y)) << x << "," << y;
     hBitmap = reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(1));
     EXPECT_FALSE(MImageUtils::GetBitmapByIndex(NULL, 0, kGreen, hBitmap));
     EXPECT_EQ(hBitmap, nullptr);
-}
-
-TEST(ImageUtils, RepeatedIconOverlaysLeaveNoGdiObjectsBehind)
-{
-    UniqueIcon overlay(SolidIcon(8, kBlue));
-    for (int i = 0; i < 10; ++i) {
-        HICON hIcon = SolidIcon(16, kRed);
-        MImageUtils::DrawIconOnIcon(hIcon, overlay.get(), IconPlaceBottomRight, kMask);
-        ::DestroyIcon(hIcon);
-    }
-    const unsigned slotBefore = HighestFreshGdiSlot();
-    int failures = 0;
-    for (int i = 0; i < 300; ++i) {
-        HICON hIcon = SolidIcon(16, kRed);
-        if (!MImageUtils::DrawIconOnIcon(hIcon, overlay.get(), IconPlaceBottomRight, kMask))
-            ++failures;
-        ::DestroyIcon(hIcon);
-    }
-    EXPECT_EQ(failures, 0);
-    EXPECT_LE(HighestFreshGdiSlot(), slotBefore + 64);
 }
 
 }  // namespace
