@@ -1,7 +1,12 @@
+// The helpers that reach a dialog's controls by identifier, on a real dialog: each
+// helper with a real control, a missing control, no parent, and a parent object
+// that is not there at all (using it is a machine fault).
 #include <gtest/gtest.h>
 #include <afxcmn.h>
-#include "MUIUtils.h"
+#include <functional>
+#include <string>
 #include "MCDeferPos.h"
+#include "MUIUtils.h"
 #include "TestDialog.h"
 
 namespace {
@@ -10,21 +15,162 @@ class ControlHelpers : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(m_dialog.Create()); }
     HWND Control(UINT nID) const { return ::GetDlgItem(m_dialog.m_hWnd, nID); }
+    LRESULT Send(UINT nID, UINT message, WPARAM wParam = 0) const { return ::SendDlgItemMessageW(m_dialog.m_hWnd, nID, message, wParam, 0); }
+    CRect ScreenRect(UINT nID) const
+    {
+        CRect rc;
+        ::GetWindowRect(Control(nID), &rc);
+        return rc;
+    }
+    CRect ClientRect(UINT nID) const
+    {
+        CRect rc = ScreenRect(nID);
+        ::MapWindowPoints(NULL, m_dialog.m_hWnd, reinterpret_cast<POINT*>(&rc), 2);
+        return rc;
+    }
+    // The widest item of a combo box, measured with the font it draws with.
+    int WidestItem(UINT nID) const
+    {
+        HWND hWnd = Control(nID);
+        HDC hdc = ::GetDC(hWnd);
+        HGDIOBJ old = ::SelectObject(hdc, reinterpret_cast<HFONT>(::SendMessageW(hWnd, WM_GETFONT, 0, 0)));
+        int widest = 0;
+        for (int i = 0; i < static_cast<int>(Send(nID, CB_GETCOUNT)); ++i) {
+            wchar_t text[256] = L"";
+            ::SendMessageW(hWnd, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
+            SIZE size;
+            ::GetTextExtentPoint32W(hdc, text, static_cast<int>(wcslen(text)), &size);
+            widest = std::max(widest, static_cast<int>(size.cx));
+        }
+        ::SelectObject(hdc, old);
+        ::ReleaseDC(hWnd, hdc);
+        return widest + 2 * ::GetSystemMetrics(SM_CXEDGE);
+    }
 
     TestDialog m_dialog;
-    CWnd* const m_null = NULL;
-    // A parent object that is not there at all: using it is a machine fault.
-    CWnd* const m_bogus = reinterpret_cast<CWnd*>(static_cast<ULONG_PTR>(0x10));
 };
 
+std::string N(long long n) { return std::to_string(n); }
+std::string A(const CString& text) { return std::string(text.GetString(), text.GetString() + text.GetLength()); }
+
 }  // namespace
+
+TEST_F(ControlHelpers, EachHelperWithARealAMissingAndNoControl)
+{
+    ::ShowWindow(m_dialog.m_hWnd, SW_SHOW);
+    ::SetForegroundWindow(m_dialog.m_hWnd);
+    ::SetFocus(Control(IDC_EDIT));
+    typedef std::function<std::string(CWnd*, UINT)> Call;
+    // Each call runs a helper with the given parent and identifier and tells what it
+    // answered and what the real control shows afterwards.
+    const struct Row {
+        const char* helper;
+        UINT nID;
+        Call call;
+        const char* real;     // on the real dialog and control
+        const char* failed;   // missing control, no parent, no parent object: the control is left alone
+    } rows[] = {
+        {"EnableWindow, IsWindowEnabled", IDC_BUTTON, [&](CWnd* p, UINT id) {
+             MUIUtils::EnableWindow(p, id, FALSE);
+             std::string s = N(::IsWindowEnabled(Control(IDC_BUTTON))) + N(MUIUtils::IsWindowEnabled(p, id) != 0);
+             MUIUtils::EnableWindow(p, id, TRUE);
+             return s + N(::IsWindowEnabled(Control(IDC_BUTTON))) + N(MUIUtils::IsWindowEnabled(p, id) != 0);
+         }, "0011", "1010"},
+        {"ShowWindow", IDC_STATIC_TEXT, [&](CWnd* p, UINT id) {
+             auto visible = [&] { return N((::GetWindowLongPtrW(Control(IDC_STATIC_TEXT), GWL_STYLE) & WS_VISIBLE) != 0); };
+             MUIUtils::ShowWindow(p, id, FALSE);
+             std::string s = visible();
+             MUIUtils::ShowWindow(p, id, TRUE);
+             return s + visible();
+         }, "01", "11"},
+        {"SetFocus", IDC_PLAIN_EDIT, [&](CWnd* p, UINT id) {
+             MUIUtils::SetFocus(p, id);
+             return N(::GetDlgCtrlID(::GetFocus()));
+         }, "102", "101"},
+        {"SetWindowTextW, GetWindowTextW, GetWindowTextInt", IDC_PLAIN_EDIT, [&](CWnd* p, UINT id) {
+             std::string s;
+             for (int pass = 0; pass < 2; ++pass) {
+                 if (pass == 0)
+                     MUIUtils::SetWindowTextW(p, id, -15);
+                 else
+                     MUIUtils::SetWindowTextW(p, id, L"hello");
+                 wchar_t text[32] = L"";
+                 ::GetWindowTextW(Control(IDC_PLAIN_EDIT), text, 32);
+                 s += A(text) + "|" + A(MUIUtils::GetWindowTextW(p, id)) + "|" + N(MUIUtils::GetWindowTextInt(p, id)) + ";";
+             }
+             return s;
+         }, "-15|-15|-15;hello|hello|0;", "||0;||0;"},
+        {"SetButtonCheck, GetButtonCheck", IDC_CHECK, [&](CWnd* p, UINT id) {
+             std::string s;
+             for (int state : {BST_CHECKED, BST_UNCHECKED, BST_INDETERMINATE}) {  // indeterminate reads 0
+                 MUIUtils::SetButtonCheck(p, id, state);
+                 s += N(Send(IDC_CHECK, BM_GETCHECK)) + N(MUIUtils::GetButtonCheck(p, id)) + ",";
+             }
+             return s;
+         }, "11,00,20,", "0-1,0-1,0-1,"},
+        {"SetEditTextLength", IDC_EDIT, [&](CWnd* p, UINT id) {
+             const std::string limited = N(MUIUtils::SetEditTextLength(p, id, 5));
+             return limited + N(Send(IDC_EDIT, EM_GETLIMITTEXT) == 5);
+         }, "11", "00"},
+        {"GetWinRect, GetWinPointByID", IDC_BUTTON, [&](CWnd* p, UINT id) {
+             auto seen = [](const CRect& rc, const CRect& expected) { return rc == expected ? "=" : rc.IsRectNull() ? "0" : "?"; };
+             const CRect screen = ScreenRect(IDC_BUTTON), client = ClientRect(IDC_BUTTON);
+             return std::string(seen(MUIUtils::GetWinRect(p, id, false), screen)) + seen(MUIUtils::GetWinRect(p, id, true), client) +
+                    seen(CRect(MUIUtils::GetWinPointByID(p, id, false), CSize()), CRect(screen.TopLeft(), CSize())) +
+                    seen(CRect(MUIUtils::GetWinPointByID(p, id, true), CSize()), CRect(client.TopLeft(), CSize()));
+         }, "====", "0000"},
+        {"AjustComboboxDropWidth", IDC_COMBO, [&](CWnd* p, UINT id) {
+             MUIUtils::AjustComboboxDropWidth(p, id);
+             return N(Send(IDC_COMBO, CB_GETDROPPEDWIDTH) == WidestItem(IDC_COMBO));
+         }, "1", "0"},
+    };
+    ASSERT_NE(ScreenRect(IDC_BUTTON), ClientRect(IDC_BUTTON)) << "the dialog has a caption: the two differ";
+    CWnd* const bogus = reinterpret_cast<CWnd*>(static_cast<ULONG_PTR>(0x10));
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.helper);
+        EXPECT_EQ(row.failed, row.call(&m_dialog, IDC_MISSING)) << "missing control";
+        EXPECT_EQ(row.failed, row.call(nullptr, row.nID)) << "no parent";
+        EXPECT_EQ(row.failed, row.call(bogus, row.nID)) << "no parent object";
+        EXPECT_EQ(row.real, row.call(&m_dialog, row.nID)) << "real control";
+    }
+    EXPECT_EQ(CRect(), MUIUtils::GetWinRect(&m_dialog, static_cast<CWnd*>(nullptr), false));
+    EXPECT_EQ(CRect(), MUIUtils::GetWinRect(static_cast<CWnd*>(nullptr), &m_dialog, false));
+    EXPECT_EQ(ClientRect(IDC_BUTTON), MUIUtils::GetWinRect(&m_dialog, m_dialog.GetDlgItem(IDC_BUTTON), true));
+    EXPECT_EQ(CString(L"42"), MUIUtils::GetWindowTextW(&m_dialog, IDC_EDIT));
+    EXPECT_EQ(42, MUIUtils::GetWindowTextInt(&m_dialog, IDC_EDIT));
+
+    // Only an edit control bound to a CEdit takes a limit.
+    const LRESULT plainLimit = Send(IDC_PLAIN_EDIT, EM_GETLIMITTEXT);
+    EXPECT_FALSE(MUIUtils::SetEditTextLength(&m_dialog, IDC_PLAIN_EDIT, 5));
+    EXPECT_EQ(plainLimit, Send(IDC_PLAIN_EDIT, EM_GETLIMITTEXT));
+    EXPECT_FALSE(MUIUtils::SetEditTextLength(&m_dialog, IDC_STATIC_TEXT, 5));
+}
+
+TEST_F(ControlHelpers, ComboDropWidthFitsTheLongestItem)
+{
+    auto dropWidth = [this](UINT nID) { return static_cast<int>(Send(nID, CB_GETDROPPEDWIDTH)); };
+    auto boxWidth = [this](UINT nID) { return ScreenRect(nID).Width(); };
+    ASSERT_NE(nullptr, reinterpret_cast<HFONT>(Send(IDC_COMBO, WM_GETFONT)));
+    // Three items in a tall list: no scroll bar; thirty in a short one: room for a scroll bar.
+    ASSERT_GT(WidestItem(IDC_COMBO), boxWidth(IDC_COMBO));
+    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO);
+    EXPECT_EQ(WidestItem(IDC_COMBO), dropWidth(IDC_COMBO));
+    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_MANY);
+    EXPECT_EQ(WidestItem(IDC_COMBO_MANY) + ::GetSystemMetrics(SM_CXVSCROLL), dropWidth(IDC_COMBO_MANY));
+    // No items: the list is as wide as the box, whatever it was before; short items never make it narrower.
+    ::SendMessageW(Control(IDC_COMBO_EMPTY), CB_SETDROPPEDWIDTH, 500, 0);
+    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_EMPTY);
+    EXPECT_EQ(boxWidth(IDC_COMBO_EMPTY), dropWidth(IDC_COMBO_EMPTY));
+    ::SendMessageW(Control(IDC_COMBO_EMPTY), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"x"));
+    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_EMPTY);
+    EXPECT_EQ(boxWidth(IDC_COMBO_EMPTY), dropWidth(IDC_COMBO_EMPTY));
+}
 
 TEST_F(ControlHelpers, HandleMapsGivePermanentObjectsAndTemporaries)
 {
     CWnd* pEdit = m_dialog.GetDlgItem(IDC_EDIT);
     EXPECT_EQ(&m_dialog.m_edit, pEdit);
     EXPECT_TRUE(pEdit->IsKindOf(RUNTIME_CLASS(CEdit)));
-
     CWnd* pPlain = m_dialog.GetDlgItem(IDC_PLAIN_EDIT);
     ASSERT_NE(nullptr, pPlain);
     EXPECT_EQ(pPlain, m_dialog.GetDlgItem(IDC_PLAIN_EDIT));  // one temporary per handle
@@ -32,7 +178,6 @@ TEST_F(ControlHelpers, HandleMapsGivePermanentObjectsAndTemporaries)
     EXPECT_TRUE(pPlain->IsKindOf(RUNTIME_CLASS(CWnd)));
     EXPECT_EQ(nullptr, m_dialog.GetDlgItem(IDC_MISSING));
     EXPECT_EQ(&m_dialog, CWnd::FromHandle(m_dialog.m_hWnd));
-
     // The subclassed edit still behaves as an edit, and lets go when it is destroyed.
     m_dialog.m_edit.SetWindowText(L"typed");
     CString text;
@@ -41,177 +186,6 @@ TEST_F(ControlHelpers, HandleMapsGivePermanentObjectsAndTemporaries)
     m_dialog.DestroyWindow();
     EXPECT_EQ(nullptr, m_dialog.m_edit.m_hWnd);
     EXPECT_EQ(nullptr, m_dialog.m_hWnd);
-}
-
-TEST_F(ControlHelpers, EnableAndShowByIdentifier)
-{
-    MUIUtils::EnableWindow(&m_dialog, IDC_BUTTON, FALSE);
-    EXPECT_FALSE(::IsWindowEnabled(Control(IDC_BUTTON)));
-    EXPECT_EQ(0, MUIUtils::IsWindowEnabled(&m_dialog, IDC_BUTTON));
-    MUIUtils::EnableWindow(&m_dialog, IDC_BUTTON, TRUE);
-    EXPECT_NE(0, MUIUtils::IsWindowEnabled(&m_dialog, IDC_BUTTON));
-
-    // The dialog is hidden, so visibility is read from the control's own style.
-    MUIUtils::ShowWindow(&m_dialog, IDC_STATIC_TEXT, FALSE);
-    EXPECT_FALSE(::GetWindowLongPtrW(Control(IDC_STATIC_TEXT), GWL_STYLE) & WS_VISIBLE);
-    MUIUtils::ShowWindow(&m_dialog, IDC_STATIC_TEXT, TRUE);
-    EXPECT_TRUE(::GetWindowLongPtrW(Control(IDC_STATIC_TEXT), GWL_STYLE) & WS_VISIBLE);
-
-    for (CWnd* pParent : {static_cast<CWnd*>(&m_dialog), m_null, m_bogus}) {
-        UINT nID = pParent == &m_dialog ? IDC_MISSING : IDC_BUTTON;
-        MUIUtils::EnableWindow(pParent, nID, FALSE);
-        MUIUtils::ShowWindow(pParent, nID, FALSE);
-        MUIUtils::SetFocus(pParent, nID);
-        EXPECT_EQ(0, MUIUtils::IsWindowEnabled(pParent, nID));
-    }
-    EXPECT_TRUE(::IsWindowEnabled(Control(IDC_BUTTON)));
-}
-
-TEST_F(ControlHelpers, FocusMovesToTheControl)
-{
-    ::ShowWindow(m_dialog.m_hWnd, SW_SHOW);
-    ::SetForegroundWindow(m_dialog.m_hWnd);
-    MUIUtils::SetFocus(&m_dialog, IDC_PLAIN_EDIT);
-    EXPECT_EQ(Control(IDC_PLAIN_EDIT), ::GetFocus());
-    MUIUtils::SetFocus(&m_dialog, IDC_MISSING);
-    EXPECT_EQ(Control(IDC_PLAIN_EDIT), ::GetFocus());
-}
-
-TEST_F(ControlHelpers, TextByIdentifier)
-{
-    EXPECT_STREQ(L"42", MUIUtils::GetWindowTextW(&m_dialog, IDC_EDIT));
-    EXPECT_EQ(42, MUIUtils::GetWindowTextInt(&m_dialog, IDC_EDIT));
-
-    MUIUtils::SetWindowTextW(&m_dialog, IDC_PLAIN_EDIT, L"hello");
-    EXPECT_STREQ(L"hello", MUIUtils::GetWindowTextW(&m_dialog, IDC_PLAIN_EDIT));
-    EXPECT_EQ(0, MUIUtils::GetWindowTextInt(&m_dialog, IDC_PLAIN_EDIT));
-    MUIUtils::SetWindowTextW(&m_dialog, IDC_PLAIN_EDIT, -15);
-    EXPECT_STREQ(L"-15", MUIUtils::GetWindowTextW(&m_dialog, IDC_PLAIN_EDIT));
-    EXPECT_EQ(-15, MUIUtils::GetWindowTextInt(&m_dialog, IDC_PLAIN_EDIT));
-
-    for (CWnd* pParent : {static_cast<CWnd*>(&m_dialog), m_null, m_bogus}) {
-        UINT nID = pParent == &m_dialog ? IDC_MISSING : IDC_PLAIN_EDIT;
-        MUIUtils::SetWindowTextW(pParent, nID, L"lost");
-        MUIUtils::SetWindowTextW(pParent, nID, 7);
-        EXPECT_STREQ(L"", MUIUtils::GetWindowTextW(pParent, nID));
-        EXPECT_EQ(0, MUIUtils::GetWindowTextInt(pParent, nID));
-    }
-    EXPECT_STREQ(L"-15", MUIUtils::GetWindowTextW(&m_dialog, IDC_PLAIN_EDIT));
-}
-
-TEST_F(ControlHelpers, CheckBoxStates)
-{
-    struct Case {
-        int set;
-        int read;
-    } cases[] = {{BST_CHECKED, 1}, {BST_UNCHECKED, 0}, {BST_INDETERMINATE, 0}};
-    for (const Case& c : cases) {
-        MUIUtils::SetButtonCheck(&m_dialog, IDC_CHECK, c.set);
-        EXPECT_EQ(c.set, ::SendMessageW(Control(IDC_CHECK), BM_GETCHECK, 0, 0));
-        EXPECT_EQ(c.read, MUIUtils::GetButtonCheck(&m_dialog, IDC_CHECK)) << c.set;
-    }
-    EXPECT_EQ(-1, MUIUtils::GetButtonCheck(&m_dialog, IDC_MISSING));
-    EXPECT_EQ(-1, MUIUtils::GetButtonCheck(m_null, IDC_CHECK));
-    EXPECT_EQ(-1, MUIUtils::GetButtonCheck(m_bogus, IDC_CHECK));
-    MUIUtils::SetButtonCheck(m_null, IDC_CHECK, BST_CHECKED);
-    MUIUtils::SetButtonCheck(m_bogus, IDC_CHECK, BST_CHECKED);
-    EXPECT_EQ(BST_INDETERMINATE, ::SendMessageW(Control(IDC_CHECK), BM_GETCHECK, 0, 0));
-}
-
-TEST_F(ControlHelpers, EditLengthOnlyForEditObjects)
-{
-    EXPECT_TRUE(MUIUtils::SetEditTextLength(&m_dialog, IDC_EDIT, 5));
-    EXPECT_EQ(5, ::SendMessageW(Control(IDC_EDIT), EM_GETLIMITTEXT, 0, 0));
-
-    // An edit control without a CEdit object, a static, a missing control, no parent.
-    LRESULT plainLimit = ::SendMessageW(Control(IDC_PLAIN_EDIT), EM_GETLIMITTEXT, 0, 0);
-    EXPECT_FALSE(MUIUtils::SetEditTextLength(&m_dialog, IDC_PLAIN_EDIT, 5));
-    EXPECT_EQ(plainLimit, ::SendMessageW(Control(IDC_PLAIN_EDIT), EM_GETLIMITTEXT, 0, 0));
-    EXPECT_FALSE(MUIUtils::SetEditTextLength(&m_dialog, IDC_STATIC_TEXT, 5));
-    EXPECT_FALSE(MUIUtils::SetEditTextLength(&m_dialog, IDC_MISSING, 5));
-    EXPECT_FALSE(MUIUtils::SetEditTextLength(m_null, IDC_EDIT, 5));
-    EXPECT_FALSE(MUIUtils::SetEditTextLength(m_bogus, IDC_EDIT, 5));
-}
-
-TEST_F(ControlHelpers, RectanglesAndPoints)
-{
-    CRect screen;
-    ::GetWindowRect(Control(IDC_BUTTON), &screen);
-    CRect client = screen;
-    ::MapWindowPoints(NULL, m_dialog.m_hWnd, reinterpret_cast<POINT*>(&client), 2);
-    ASSERT_NE(screen, client);  // the dialog has a caption: the two differ
-
-    EXPECT_EQ(screen, MUIUtils::GetWinRect(&m_dialog, IDC_BUTTON, false));
-    EXPECT_EQ(client, MUIUtils::GetWinRect(&m_dialog, IDC_BUTTON, true));
-    EXPECT_EQ(client, MUIUtils::GetWinRect(&m_dialog, m_dialog.GetDlgItem(IDC_BUTTON), true));
-    EXPECT_EQ(screen.TopLeft(), MUIUtils::GetWinPointByID(&m_dialog, IDC_BUTTON, false));
-    EXPECT_EQ(client.TopLeft(), MUIUtils::GetWinPointByID(&m_dialog, IDC_BUTTON, true));
-
-    const CRect empty;
-    EXPECT_EQ(empty, MUIUtils::GetWinRect(&m_dialog, static_cast<UINT>(IDC_MISSING), true));
-    EXPECT_EQ(empty, MUIUtils::GetWinRect(m_null, static_cast<UINT>(IDC_BUTTON), false));
-    EXPECT_EQ(empty, MUIUtils::GetWinRect(m_bogus, static_cast<UINT>(IDC_BUTTON), false));
-    EXPECT_EQ(empty, MUIUtils::GetWinRect(&m_dialog, m_null, false));
-    EXPECT_EQ(empty, MUIUtils::GetWinRect(m_null, &m_dialog, false));
-    EXPECT_EQ(CPoint(0, 0), MUIUtils::GetWinPointByID(&m_dialog, IDC_MISSING, true));
-    EXPECT_EQ(CPoint(0, 0), MUIUtils::GetWinPointByID(m_bogus, IDC_BUTTON, true));
-}
-
-TEST_F(ControlHelpers, ComboDropWidthFitsTheLongestItem)
-{
-    HWND hCombo = Control(IDC_COMBO);
-    HWND hMany = Control(IDC_COMBO_MANY);
-    HWND hEmpty = Control(IDC_COMBO_EMPTY);
-
-    // Measured independently, with the font the combo boxes draw with.
-    auto widestItem = [](HWND hWnd) {
-        HDC hdc = ::GetDC(hWnd);
-        HGDIOBJ old = ::SelectObject(hdc, reinterpret_cast<HFONT>(::SendMessageW(hWnd, WM_GETFONT, 0, 0)));
-        int widest = 0;
-        int count = static_cast<int>(::SendMessageW(hWnd, CB_GETCOUNT, 0, 0));
-        for (int i = 0; i < count; ++i) {
-            wchar_t text[256] = L"";
-            ::SendMessageW(hWnd, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
-            SIZE size;
-            ::GetTextExtentPoint32W(hdc, text, static_cast<int>(wcslen(text)), &size);
-            widest = size.cx > widest ? size.cx : widest;
-        }
-        ::SelectObject(hdc, old);
-        ::ReleaseDC(hWnd, hdc);
-        return widest;
-    };
-    auto dropWidth = [](HWND hWnd) { return static_cast<int>(::SendMessageW(hWnd, CB_GETDROPPEDWIDTH, 0, 0)); };
-    auto windowWidth = [](HWND hWnd) {
-        RECT rc;
-        ::GetWindowRect(hWnd, &rc);
-        return static_cast<int>(rc.right - rc.left);
-    };
-    const int edges = 2 * ::GetSystemMetrics(SM_CXEDGE);
-    ASSERT_NE(nullptr, reinterpret_cast<HFONT>(::SendMessageW(hCombo, WM_GETFONT, 0, 0)));
-
-    // Three items in a tall list: no scroll bar.
-    ASSERT_GT(widestItem(hCombo) + edges, windowWidth(hCombo));
-    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO);
-    EXPECT_EQ(widestItem(hCombo) + edges, dropWidth(hCombo));
-
-    // Thirty items in a short list: room for a vertical scroll bar.
-    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_MANY);
-    EXPECT_EQ(widestItem(hMany) + edges + ::GetSystemMetrics(SM_CXVSCROLL), dropWidth(hMany));
-
-    // No items: the list is as wide as the box, whatever it was before.
-    ::SendMessageW(hEmpty, CB_SETDROPPEDWIDTH, 500, 0);
-    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_EMPTY);
-    EXPECT_EQ(windowWidth(hEmpty), dropWidth(hEmpty));
-
-    // Short items never make the list narrower than the box.
-    ::SendMessageW(hEmpty, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"x"));
-    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_EMPTY);
-    EXPECT_EQ(windowWidth(hEmpty), dropWidth(hEmpty));
-
-    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_MISSING);
-    MUIUtils::AjustComboboxDropWidth(m_null, IDC_COMBO);
-    MUIUtils::AjustComboboxDropWidth(m_bogus, IDC_COMBO);
-    EXPECT_EQ(widestItem(hCombo) + edges, dropWidth(hCombo));
 }
 
 // Remembers the flags of the last position change it was asked to make.
@@ -232,23 +206,20 @@ TEST_F(ControlHelpers, DeferredMovesThroughWindowObjects)
     ASSERT_TRUE(recorder.SubclassDlgItem(IDC_BUTTON, &m_dialog));
     CWnd* pButton = m_dialog.GetDlgItem(IDC_BUTTON);
     ASSERT_EQ(&recorder, pButton);
-    CWnd* pStatic = m_dialog.GetDlgItem(IDC_STATIC_TEXT);
     {
         MCDeferPos batch(2);
         EXPECT_TRUE(batch.MoveWindow(pButton, CRect(10, 20, 110, 70), FALSE));
-        EXPECT_TRUE(batch.SetWindowPos(pStatic, NULL, 5, 6, 30, 40, SWP_NOZORDER));
+        EXPECT_TRUE(batch.SetWindowPos(m_dialog.GetDlgItem(IDC_STATIC_TEXT), NULL, 5, 6, 30, 40, SWP_NOZORDER));
     }
-    EXPECT_EQ(CRect(10, 20, 110, 70), MUIUtils::GetWinRect(&m_dialog, pButton, true));
-    EXPECT_EQ(CRect(5, 6, 35, 46), MUIUtils::GetWinRect(&m_dialog, pStatic, true));
-    // No z-order, no activation, no owner order, and no redraw.
-    EXPECT_EQ(0x21Cu, recorder.lastFlags & 0x21Cu);
+    EXPECT_EQ(CRect(10, 20, 110, 70), ClientRect(IDC_BUTTON));
+    EXPECT_EQ(CRect(5, 6, 35, 46), ClientRect(IDC_STATIC_TEXT));
+    EXPECT_EQ(0x21Cu, recorder.lastFlags & 0x21Cu) << "no z-order, no activation, no owner order, and no redraw";
     {
         MCDeferPos batch;
         EXPECT_TRUE(batch.MoveWindow(pButton, 1, 2, 3, 4, TRUE));
     }
-    EXPECT_EQ(CRect(1, 2, 4, 6), MUIUtils::GetWinRect(&m_dialog, pButton, true));
+    EXPECT_EQ(CRect(1, 2, 4, 6), ClientRect(IDC_BUTTON));
     EXPECT_EQ(0x214u, recorder.lastFlags & 0x21Cu);
-
     // Unsubclassed, the button is a temporary again.
     HWND hButton = recorder.GetSafeHwnd();
     EXPECT_EQ(hButton, recorder.UnsubclassWindow());
@@ -256,61 +227,45 @@ TEST_F(ControlHelpers, DeferredMovesThroughWindowObjects)
     EXPECT_EQ(nullptr, recorder.m_hWnd);
 }
 
-TEST(UIUnits, PixelsAndTwipsAtScreenResolution)
+TEST(UIUnitsFontsAndImageLists, AtScreenResolution)
 {
     HDC screen = ::GetDC(NULL);
-    int dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
+    ASSERT_EQ(96, ::GetDeviceCaps(screen, LOGPIXELSX));
     ::ReleaseDC(NULL, screen);
-    ASSERT_EQ(96, dpi);
     // The system scales twips by the screen's size in whole millimetres, so on a
     // screen whose width is not a whole number of millimetres (1280 pixels at 96
     // DPI) the result is one twip off; on 1024 pixels it is exact.
     EXPECT_NEAR(1440, MUIUtils::PixelsToTwips(96), 1);
-    EXPECT_EQ(96, MUIUtils::TwipsToPixels(1440));
-    EXPECT_EQ(15, MUIUtils::PixelsToTwips(1));
-    EXPECT_EQ(0, MUIUtils::PixelsToTwips(0));
     EXPECT_NEAR(-1440, MUIUtils::PixelsToTwips(-96), 1);
-    EXPECT_EQ(-96, MUIUtils::TwipsToPixels(-1440));
-}
+    const int exact[][2] = {{MUIUtils::TwipsToPixels(1440), 96}, {MUIUtils::PixelsToTwips(1), 15}, {MUIUtils::PixelsToTwips(0), 0},
+                            {MUIUtils::TwipsToPixels(-1440), -96}, {MUIUtils::PointsToTwips(12), 240},
+                            {MUIUtils::TwipsToPoints(39), 1}, {MUIUtils::TwipsToPoints(-39), -1}, {MUIUtils::TwipsToPoints(19), 0}};
+    for (const auto& pair : exact)
+        EXPECT_EQ(pair[1], pair[0]) << "row " << &pair - exact;
 
-TEST(UIFonts, CreateFontMakesAnIndependentCopy)
-{
     LOGFONTW lf = {};
     lf.lfHeight = -17;
     lf.lfWeight = FW_BOLD;
     lf.lfItalic = TRUE;
     wcscpy(lf.lfFaceName, L"Tahoma");
     HFONT original = ::CreateFontIndirectW(&lf);
-    ASSERT_NE(nullptr, original);
-
     CFont copy;
     ASSERT_TRUE(copy.CreatePointFont(90, L"Arial"));  // replaced by the copy
     ASSERT_TRUE(MUIUtils::CreateFontW(original, copy));
     EXPECT_NE(original, static_cast<HFONT>(copy));
     ::DeleteObject(original);
-
     LOGFONTW read = {};
     ASSERT_EQ(static_cast<int>(sizeof(read)), ::GetObjectW(copy, sizeof(read), &read));
-    EXPECT_EQ(-17, read.lfHeight);
-    EXPECT_EQ(FW_BOLD, read.lfWeight);
-    EXPECT_TRUE(read.lfItalic);
-    EXPECT_STREQ(L"Tahoma", read.lfFaceName);
-
+    EXPECT_TRUE(read.lfHeight == -17 && read.lfWeight == FW_BOLD && read.lfItalic && !wcscmp(read.lfFaceName, L"Tahoma"));
     EXPECT_FALSE(MUIUtils::CreateFontW(NULL, copy));
     EXPECT_EQ(nullptr, copy.GetSafeHandle());
-}
 
-TEST(UIImageLists, ValidImageListFromABitmapStrip)
-{
-    CImageList il;
-    ASSERT_TRUE(MUIUtils::CreateValidImageList(il, 201, 16, RGB(255, 0, 255)));
+    CImageList il, missing;
+    ASSERT_TRUE(MUIUtils::CreateValidImageList(il, 201, 16, RGB(255, 0, 255)));  // a strip of three 16x16 images
     EXPECT_EQ(3, il.GetImageCount());
     IMAGEINFO info;
     ASSERT_TRUE(il.GetImageInfo(0, &info));
-    EXPECT_EQ(16, info.rcImage.bottom - info.rcImage.top);
-    EXPECT_EQ(16, info.rcImage.right - info.rcImage.left);
+    EXPECT_EQ(CSize(16, 16), CRect(info.rcImage).Size());
     EXPECT_NE(nullptr, info.hbmMask);
-
-    CImageList missing;
     EXPECT_FALSE(MUIUtils::CreateValidImageList(missing, 202, 16, RGB(255, 0, 255)));
 }

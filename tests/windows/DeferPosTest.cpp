@@ -1,3 +1,4 @@
+// Batched moves of real child windows.
 #include <gtest/gtest.h>
 #include "MCDeferPos.h"
 #include "TestWindows.h"
@@ -12,25 +13,19 @@ CRect ChildRect(HWND hWnd)
 }
 }  // namespace
 
-TEST(DeferPos, BatchIsAppliedAtScopeEnd)
+TEST(DeferPos, BatchIsAppliedOnceAtScopeEndOrAtItsEnd)
 {
     TestWindow top(MakeTopWindow(0, 0, 400, 300));
-    HWND a = MakeChildWindow(top, 0, 0, 10, 10);
-    HWND b = MakeChildWindow(top, 0, 0, 10, 10);
+    HWND a = MakeChildWindow(top, 0, 0, 10, 10), b = MakeChildWindow(top, 0, 0, 10, 10);
     {
         MCDeferPos batch(2);
         EXPECT_TRUE(batch.MoveWindow(a, 10, 20, 100, 50, TRUE));
         EXPECT_TRUE(batch.SetWindowPos(b, NULL, 30, 40, 60, 70, SWP_NOZORDER));
-        EXPECT_EQ(CRect(0, 0, 10, 10), ChildRect(a));  // nothing moves before the end
+        EXPECT_EQ(CRect(0, 0, 10, 10), ChildRect(a)) << "nothing moves before the end";
     }
     EXPECT_EQ(CRect(10, 20, 110, 70), ChildRect(a));
     EXPECT_EQ(CRect(30, 40, 90, 110), ChildRect(b));
-}
 
-TEST(DeferPos, EndAppliesOnceAndLaterCallsFail)
-{
-    TestWindow top(MakeTopWindow(0, 0, 400, 300));
-    HWND a = MakeChildWindow(top, 0, 0, 10, 10);
     MCDeferPos batch;
     EXPECT_TRUE(batch.MoveWindow(a, 5, 6, 7, 8, FALSE));
     batch.EndDeferWindowPos();
@@ -38,13 +33,20 @@ TEST(DeferPos, EndAppliesOnceAndLaterCallsFail)
     EXPECT_FALSE(batch.MoveWindow(a, 50, 60, 70, 80, TRUE));
     batch.EndDeferWindowPos();
     EXPECT_EQ(CRect(5, 6, 12, 14), ChildRect(a));
+
+    MCDeferPos first;  // copies share the batch
+    ASSERT_TRUE(first.MoveWindow(a, 3, 4, 5, 6, TRUE));
+    {
+        MCDeferPos second(first);
+        second.EndDeferWindowPos();
+    }
+    EXPECT_EQ(CRect(3, 4, 8, 10), ChildRect(a));
 }
 
 TEST(DeferPos, AfterAFailedDeferEveryCallReturnsZero)
 {
     TestWindow top(MakeTopWindow(0, 0, 400, 300));
-    HWND a = MakeChildWindow(top, 0, 0, 10, 10);
-    HWND gone = MakeChildWindow(top, 0, 0, 10, 10);
+    HWND a = MakeChildWindow(top, 0, 0, 10, 10), gone = MakeChildWindow(top, 0, 0, 10, 10);
     ::DestroyWindow(gone);
     {
         MCDeferPos batch(2);
@@ -54,17 +56,4 @@ TEST(DeferPos, AfterAFailedDeferEveryCallReturnsZero)
         EXPECT_FALSE(batch.MoveWindow(static_cast<CWnd*>(NULL), CRect(1, 2, 3, 4), TRUE));
     }
     EXPECT_EQ(CRect(0, 0, 10, 10), ChildRect(a));
-}
-
-TEST(DeferPos, CopiesShareTheBatch)
-{
-    TestWindow top(MakeTopWindow(0, 0, 400, 300));
-    HWND a = MakeChildWindow(top, 0, 0, 10, 10);
-    MCDeferPos first;
-    ASSERT_TRUE(first.MoveWindow(a, 3, 4, 5, 6, TRUE));
-    {
-        MCDeferPos second(first);
-        second.EndDeferWindowPos();
-    }
-    EXPECT_EQ(CRect(3, 4, 8, 10), ChildRect(a));
 }

@@ -6,63 +6,43 @@
 // Owns one window and destroys it (with its children) at scope end.
 class TestWindow {
 public:
-    TestWindow() = default;
     explicit TestWindow(HWND hWnd) : m_hWnd(hWnd) {}
-    TestWindow(TestWindow&& other) noexcept : m_hWnd(other.m_hWnd) { other.m_hWnd = NULL; }
-    TestWindow& operator=(TestWindow&& other) noexcept
+    ~TestWindow()
     {
-        Reset(other.m_hWnd);
-        other.m_hWnd = NULL;
-        return *this;
-    }
-    ~TestWindow() { Reset(NULL); }
-    void Reset(HWND hWnd)
-    {
-        if (m_hWnd != NULL && ::IsWindow(m_hWnd))
+        if (::IsWindow(m_hWnd))
             ::DestroyWindow(m_hWnd);
-        m_hWnd = hWnd;
     }
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
     HWND Get() const { return m_hWnd; }
     operator HWND() const { return m_hWnd; }
 
 private:
-    HWND m_hWnd = NULL;
+    HWND m_hWnd;
 };
 
-inline const wchar_t* TestWindowClass()
+inline HWND MakeWindow(DWORD exStyle, HWND hParent, int x, int y, int cx, int cy, DWORD style)
 {
-    static ATOM atom = [] {
+    static const ATOM atom = [] {
         WNDCLASSEXW wc = {};
         wc.cbSize = sizeof(wc);
         wc.lpfnWndProc = ::DefWindowProcW;
         wc.hInstance = ::GetModuleHandleW(NULL);
-        wc.hCursor = ::LoadCursorW(NULL, IDC_ARROW);
         wc.lpszClassName = L"TesvorTestWindow";
         return ::RegisterClassExW(&wc);
     }();
-    return atom != 0 ? L"TesvorTestWindow" : NULL;
+    return ::CreateWindowExW(exStyle, MAKEINTATOM(atom), L"test", style, x, y, cx, cy, hParent, NULL,
+                             ::GetModuleHandleW(NULL), NULL);
 }
 
 // A top-level popup (no frame, so its client area starts at its window corner),
 // hidden unless asked: Wine without a window manager takes seconds to unmap one.
 inline HWND MakeTopWindow(int x, int y, int cx, int cy, DWORD exStyle = 0, DWORD style = WS_POPUP)
 {
-    return ::CreateWindowExW(exStyle, TestWindowClass(), L"top", style, x, y, cx, cy, NULL, NULL,
-                             ::GetModuleHandleW(NULL), NULL);
+    return MakeWindow(exStyle, NULL, x, y, cx, cy, style);
 }
 
-inline HWND MakeChildWindow(HWND hParent, int x, int y, int cx, int cy, DWORD style = WS_CHILD | WS_VISIBLE)
+inline HWND MakeChildWindow(HWND hParent, int x, int y, int cx, int cy)
 {
-    return ::CreateWindowExW(0, TestWindowClass(), L"child", style, x, y, cx, cy, hParent, NULL,
-                             ::GetModuleHandleW(NULL), NULL);
-}
-
-// Lets the windows settle (pending messages, deferred moves) before reading them back.
-inline void PumpMessages()
-{
-    MSG msg;
-    while (::PeekMessageW(&msg, NULL, 0, 0, PM_REMOVE)) {
-        ::TranslateMessage(&msg);
-        ::DispatchMessageW(&msg);
-    }
+    return MakeWindow(0, hParent, x, y, cx, cy, WS_CHILD | WS_VISIBLE);
 }

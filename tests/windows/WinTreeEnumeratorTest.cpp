@@ -1,3 +1,4 @@
+// Walks over real window trees.
 #include <gtest/gtest.h>
 #include <vector>
 #include "MCWinTreeEnumerator.h"
@@ -5,7 +6,8 @@
 
 namespace {
 
-// Records every window; answers with `action` at the window numbered `actAt` (1-based).
+// Records every window; answers with `action` at the window numbered `actAt`
+// (1-based), or aborts through the enumerator at window `abortAt`.
 struct RecordingCtx : MCWinTreeEnumCtx {
     RecordingCtx(HWND hRoot, MCWinTreeEnumerator* pEnumerator) : MCWinTreeEnumCtx(hRoot, 7), enumerator(pEnumerator) {}
     MEEnumeratingAction OnWindowFound(HWND hWnd, int nLevel) override
@@ -15,6 +17,8 @@ struct RecordingCtx : MCWinTreeEnumCtx {
         if (enumerator != NULL) {
             busyInside = enumerator->IsEnumerating();
             setCtxInside = enumerator->SetEnumCtx(NULL);
+            if (static_cast<int>(seen.size()) == abortAt)
+                enumerator->AbortEnumerating();
         }
         return static_cast<int>(seen.size()) == actAt ? action : EnumActionContinue;
     }
@@ -23,19 +27,12 @@ struct RecordingCtx : MCWinTreeEnumCtx {
     MCWinTreeEnumerator* enumerator;
     std::vector<HWND> seen;
     std::vector<int> levels;
-    int actAt = 0;
+    int actAt = 0, abortAt = 0, finished = 0;
     MEEnumeratingAction action = EnumActionContinue;
-    int finished = 0;
-    BOOL busyInside = FALSE;
-    BOOL setCtxInside = TRUE;
+    BOOL busyInside = FALSE, setCtxInside = TRUE;
 };
 
-// root
-//   a
-//     a1
-//     a2
-//   b
-//     b1
+// root: a (a1, a2), b (b1)
 struct Tree {
     TestWindow root{MakeTopWindow(0, 0, 300, 300)};
     HWND a = MakeChildWindow(root, 0, 0, 100, 100);
@@ -52,63 +49,39 @@ TEST(WinTreeEnumerator, VisitsEveryDescendantDepthFirst)
     Tree tree;
     MCWinTreeEnumerator enumerator;
     RecordingCtx ctx(tree.root, &enumerator);
-    EXPECT_FALSE(enumerator.StartEnumerating());  // no context yet
+    EXPECT_FALSE(enumerator.StartEnumerating()) << "no context yet";
     ASSERT_TRUE(enumerator.SetEnumCtx(&ctx));
     EXPECT_EQ(&ctx, enumerator.GetEnumCtx());
-
     EXPECT_TRUE(enumerator.StartEnumerating());
-    std::vector<HWND> expected = {tree.a, tree.a1, tree.a2, tree.b, tree.b1};
-    EXPECT_EQ(expected, ctx.seen);
+    EXPECT_EQ((std::vector<HWND>{tree.a, tree.a1, tree.a2, tree.b, tree.b1}), ctx.seen);
     EXPECT_EQ(std::vector<int>(5, 0), ctx.levels);
     EXPECT_EQ(1, ctx.finished);
     EXPECT_TRUE(ctx.busyInside);
-    EXPECT_FALSE(ctx.setCtxInside);  // refused while walking
+    EXPECT_FALSE(ctx.setCtxInside) << "refused while walking";
     EXPECT_FALSE(enumerator.IsEnumerating());
     EXPECT_EQ(&ctx, enumerator.GetEnumCtx());
 }
 
-TEST(WinTreeEnumerator, AbortOnTheThirdWindow)
+TEST(WinTreeEnumerator, AbortsAndOtherAnswersStopTheWalk)
 {
     Tree tree;
-    RecordingCtx ctx(tree.root, NULL);
-    ctx.actAt = 3;
-    ctx.action = EnumActionAbort;
-    MCWinTreeEnumerator enumerator(&ctx);
-    EXPECT_FALSE(enumerator.StartEnumerating());
-    EXPECT_EQ(3u, ctx.seen.size());
-    EXPECT_EQ(0, ctx.finished);
-    EXPECT_FALSE(enumerator.IsEnumerating());
-    EXPECT_TRUE(enumerator.SetEnumCtx(&ctx));
-
-    // Any other answer stops the walk as well.
-    RecordingCtx other(tree.root, NULL);
+    MCWinTreeEnumerator enumerator;
+    RecordingCtx aborting(tree.root, nullptr), other(tree.root, nullptr), fromInside(tree.root, &enumerator);
+    aborting.actAt = 3;
+    aborting.action = EnumActionAbort;
     other.actAt = 2;
     other.action = static_cast<MEEnumeratingAction>(1);
-    enumerator.SetEnumCtx(&other);
-    EXPECT_FALSE(enumerator.StartEnumerating());
+    fromInside.abortAt = 2;
+    EXPECT_TRUE(enumerator.AbortEnumerating()) << "idle: no effect";
+    for (RecordingCtx* ctx : {&aborting, &other, &fromInside}) {
+        ASSERT_TRUE(enumerator.SetEnumCtx(ctx));
+        EXPECT_FALSE(enumerator.StartEnumerating());
+        EXPECT_FALSE(enumerator.IsEnumerating());
+        EXPECT_EQ(0, ctx->finished);
+    }
+    EXPECT_EQ(3u, aborting.seen.size());
     EXPECT_EQ(2u, other.seen.size());
-}
-
-TEST(WinTreeEnumerator, AbortEnumeratingFromInsideACallback)
-{
-    struct AbortingCtx : MCWinTreeEnumCtx {
-        MCWinTreeEnumerator* enumerator = NULL;
-        int calls = 0;
-        MEEnumeratingAction OnWindowFound(HWND, int) override
-        {
-            if (++calls == 2)
-                enumerator->AbortEnumerating();
-            return EnumActionContinue;
-        }
-    };
-    Tree tree;
-    AbortingCtx ctx;
-    ctx.SetEnumParams(tree.root, 0);
-    MCWinTreeEnumerator enumerator(&ctx);
-    ctx.enumerator = &enumerator;
-    EXPECT_TRUE(enumerator.AbortEnumerating());  // idle: no effect
-    EXPECT_FALSE(enumerator.StartEnumerating());
-    EXPECT_EQ(2, ctx.calls);
+    EXPECT_EQ(2u, fromInside.seen.size());
 }
 
 TEST(WinTreeEnumerator, RootWithoutChildrenAndInvalidRoots)
@@ -116,23 +89,17 @@ TEST(WinTreeEnumerator, RootWithoutChildrenAndInvalidRoots)
     TestWindow lonely(MakeTopWindow(0, 0, 10, 10));
     RecordingCtx ctx(lonely, NULL);
     MCWinTreeEnumerator enumerator(&ctx);
-    BOOL result = enumerator.StartEnumerating();
+    const BOOL result = enumerator.StartEnumerating();
     EXPECT_TRUE(ctx.seen.empty());
-    // Whether an empty walk counts as success is the system's call.
-    EXPECT_EQ(result ? 1 : 0, ctx.finished);
-
+    EXPECT_EQ(result ? 1 : 0, ctx.finished) << "whether an empty walk counts as success is the system's call";
     ctx.SetEnumParams(NULL, 0);
     EXPECT_FALSE(enumerator.StartEnumerating());
     HWND gone = MakeTopWindow(0, 0, 10, 10);
     ::DestroyWindow(gone);
     ctx.SetEnumParams(gone, 0);
     EXPECT_FALSE(enumerator.StartEnumerating());
-}
 
-TEST(WinTreeEnumCtx, CopyKeepsRootAndParameter)
-{
-    RecordingCtx a(reinterpret_cast<HWND>(0x1234), NULL);
-    RecordingCtx b(NULL, NULL);
+    RecordingCtx a(reinterpret_cast<HWND>(0x1234), NULL), b(NULL, NULL);
     b = a;
     EXPECT_EQ(reinterpret_cast<HWND>(0x1234), b.m_hWndRoot);
     EXPECT_EQ(7, b.m_nParam);

@@ -1,55 +1,37 @@
+// Class tests by window handle, ShowWindow that never hides, and rectangles moved
+// into a parent's coordinates, on real windows.
 #include <gtest/gtest.h>
 #include "MUIUtils.h"
 #include "TestWindows.h"
 
-namespace {
-HWND MakeButton(HWND hParent, DWORD type)
-{
-    return ::CreateWindowExW(0, L"Button", L"b", WS_CHILD | WS_VISIBLE | type, 0, 0, 50, 20, hParent, NULL,
-                             ::GetModuleHandleW(NULL), NULL);
-}
-}  // namespace
-
 TEST(UIClasses, ButtonsDialogsAndPushButtons)
 {
     TestWindow top(MakeTopWindow(10, 10, 200, 150));
-    HWND push = MakeButton(top, BS_PUSHBUTTON);
-    HWND def = MakeButton(top, BS_DEFPUSHBUTTON);
-    HWND owner = MakeButton(top, BS_OWNERDRAW);
-    HWND check = MakeButton(top, BS_AUTOCHECKBOX);
-    HWND edit = ::CreateWindowExW(0, L"Edit", L"", WS_CHILD, 0, 0, 50, 20, top, NULL, NULL, NULL);
+    auto child = [&](const wchar_t* cls, DWORD style) {
+        return ::CreateWindowExW(0, cls, L"b", WS_CHILD | WS_VISIBLE | style, 0, 0, 50, 20, top, NULL, NULL, NULL);
+    };
+    HWND push = child(L"Button", BS_PUSHBUTTON), def = child(L"Button", BS_DEFPUSHBUTTON);
+    HWND owner = child(L"Button", BS_OWNERDRAW), check = child(L"Button", BS_AUTOCHECKBOX), edit = child(L"Edit", 0);
     TestWindow dialog(::CreateWindowExW(0, L"#32770", L"d", WS_POPUP, 0, 0, 50, 50, NULL, NULL, NULL, NULL));
-
-    // Twice each, so that both the name test and the cached atom are used.
+    // Twice, so that both the name test and the cached atom are used.
     for (int pass = 0; pass < 2; ++pass) {
-        SCOPED_TRACE(pass);
-        EXPECT_TRUE(MUIUtils::IsButton(push));
-        EXPECT_TRUE(MUIUtils::IsButton(check));
-        EXPECT_FALSE(MUIUtils::IsButton(edit));
-        EXPECT_FALSE(MUIUtils::IsButton(top));
-        EXPECT_TRUE(MUIUtils::IsDialog(dialog));
-        EXPECT_FALSE(MUIUtils::IsDialog(top));
-        EXPECT_TRUE(MUIUtils::IsPushButton(push));
-        EXPECT_TRUE(MUIUtils::IsPushButton(def));
-        EXPECT_TRUE(MUIUtils::IsPushButton(owner));
-        EXPECT_FALSE(MUIUtils::IsPushButton(check));
-        EXPECT_FALSE(MUIUtils::IsPushButton(edit));
+        const BOOL results[] = {MUIUtils::IsButton(push), MUIUtils::IsButton(check), MUIUtils::IsButton(edit),
+                                MUIUtils::IsButton(top),  MUIUtils::IsDialog(dialog), MUIUtils::IsDialog(top),
+                                MUIUtils::IsPushButton(push), MUIUtils::IsPushButton(def), MUIUtils::IsPushButton(owner),
+                                MUIUtils::IsPushButton(check), MUIUtils::IsPushButton(edit), MUIUtils::IsButton(NULL)};
+        std::vector<bool> truth;
+        for (BOOL r : results)
+            truth.push_back(r != FALSE);
+        const bool t = true, f = false;
+        EXPECT_EQ((std::vector<bool>{t, t, f, f, t, f, t, t, t, f, f, f}), truth) << "pass " << pass;
     }
-    EXPECT_FALSE(MUIUtils::IsButton(NULL));
-}
 
-TEST(UIClasses, ShowWindowNeverHidesAVisibleWindow)
-{
-    TestWindow visible(MakeTopWindow(10, 10, 50, 50, 0, WS_POPUP | WS_VISIBLE));
-    TestWindow hidden(MakeTopWindow(10, 10, 50, 50, 0, WS_POPUP));
+    TestWindow visible(MakeTopWindow(10, 10, 50, 50, 0, WS_POPUP | WS_VISIBLE)), hidden(MakeTopWindow(10, 10, 50, 50));
     ASSERT_TRUE(::IsWindowVisible(visible));
-
     EXPECT_EQ(1, MUIUtils::ShowWindow(visible.Get(), SW_HIDE));
-    EXPECT_TRUE(::IsWindowVisible(visible));
-
+    EXPECT_TRUE(::IsWindowVisible(visible)) << "a visible window is never hidden";
     EXPECT_EQ(0, MUIUtils::ShowWindow(hidden.Get(), SW_SHOWNA));  // was hidden
     EXPECT_TRUE(::IsWindowVisible(hidden));
-
     EXPECT_EQ(0, MUIUtils::ShowWindow(static_cast<HWND>(NULL), SW_SHOW));
     HWND gone = MakeTopWindow(0, 0, 10, 10);
     ::DestroyWindow(gone);
@@ -59,40 +41,31 @@ TEST(UIClasses, ShowWindowNeverHidesAVisibleWindow)
 TEST(UIRectangles, ConversionsBetweenNestedWindows)
 {
     // Frameless windows: each window's client area starts at its window corner.
-    TestWindow top(MakeTopWindow(100, 80, 400, 300));
-    HWND middle = MakeChildWindow(top, 30, 20, 300, 200);
-    HWND inner = MakeChildWindow(middle, 5, 7, 100, 50);
-
-    RECT rc = {1, 2, 11, 12};
-    ASSERT_TRUE(MUIUtils::WindowToParentClient(inner, &rc));
-    EXPECT_EQ(CRect(6, 9, 16, 19), CRect(rc));
-
-    rc = {1, 2, 11, 12};
-    ASSERT_TRUE(MUIUtils::WindowToParentWindow(inner, &rc));
-    EXPECT_EQ(CRect(6, 9, 16, 19), CRect(rc));
-
-    // A top-level window's parent is the desktop, whose client area is the screen.
-    rc = {0, 0, 10, 10};
-    ASSERT_TRUE(MUIUtils::WindowToParentClient(top, &rc));
-    EXPECT_EQ(CRect(100, 80, 110, 90), CRect(rc));
-
-    EXPECT_FALSE(MUIUtils::WindowToParentClient(inner, NULL));
-    EXPECT_FALSE(MUIUtils::WindowToParentWindow(inner, NULL));
-    rc = {1, 2, 3, 4};
-    EXPECT_FALSE(MUIUtils::WindowToParentClient(NULL, &rc));
-    EXPECT_FALSE(MUIUtils::WindowToParentWindow(NULL, &rc));
-    EXPECT_EQ(CRect(1, 2, 3, 4), CRect(rc));
-}
-
-TEST(UIRectangles, BorderedParentDiffersBetweenClientAndWindow)
-{
-    TestWindow top(MakeTopWindow(50, 50, 300, 200, 0, WS_POPUP | WS_BORDER));
-    HWND child = MakeChildWindow(top, 10, 10, 50, 50);
-    RECT client = {0, 0, 5, 5}, window = {0, 0, 5, 5};
-    ASSERT_TRUE(MUIUtils::WindowToParentClient(child, &client));
-    ASSERT_TRUE(MUIUtils::WindowToParentWindow(child, &window));
-    EXPECT_EQ(CRect(10, 10, 15, 15), CRect(client));
-    // The border (one pixel) lies between the parent's window and client corners.
-    int border = ::GetSystemMetrics(SM_CXBORDER);
-    EXPECT_EQ(CRect(10 + border, 10 + border, 15 + border, 15 + border), CRect(window));
+    TestWindow top(MakeTopWindow(100, 80, 400, 300)), bordered(MakeTopWindow(50, 50, 300, 200, 0, WS_POPUP | WS_BORDER));
+    HWND middle = MakeChildWindow(top, 30, 20, 300, 200), inner = MakeChildWindow(middle, 5, 7, 100, 50);
+    HWND framed = MakeChildWindow(bordered, 10, 10, 50, 50);
+    const int border = ::GetSystemMetrics(SM_CXBORDER);  // between the parent's window and client corners
+    struct Case {
+        BOOL (*convert)(HWND, RECT*);
+        HWND hWnd;
+        CRect in, out;
+    } const cases[] = {
+        {MUIUtils::WindowToParentClient, inner, CRect(1, 2, 11, 12), CRect(6, 9, 16, 19)},
+        {MUIUtils::WindowToParentWindow, inner, CRect(1, 2, 11, 12), CRect(6, 9, 16, 19)},
+        // A top-level window's parent is the desktop, whose client area is the screen.
+        {MUIUtils::WindowToParentClient, top, CRect(0, 0, 10, 10), CRect(100, 80, 110, 90)},
+        {MUIUtils::WindowToParentClient, framed, CRect(0, 0, 5, 5), CRect(10, 10, 15, 15)},
+        {MUIUtils::WindowToParentWindow, framed, CRect(0, 0, 5, 5), CRect(10 + border, 10 + border, 15 + border, 15 + border)},
+    };
+    for (const Case& c : cases) {
+        CRect rc = c.in;
+        ASSERT_TRUE(c.convert(c.hWnd, &rc)) << &c - cases;
+        EXPECT_EQ(c.out, rc) << &c - cases;
+    }
+    for (BOOL (*convert)(HWND, RECT*) : {MUIUtils::WindowToParentClient, MUIUtils::WindowToParentWindow}) {
+        CRect rc(1, 2, 3, 4);
+        EXPECT_FALSE(convert(inner, NULL));
+        EXPECT_FALSE(convert(NULL, &rc));
+        EXPECT_EQ(CRect(1, 2, 3, 4), rc);
+    }
 }

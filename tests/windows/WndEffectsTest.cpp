@@ -1,54 +1,39 @@
+// Transparency and animation on real windows.
 #include <gtest/gtest.h>
 #include "MCWndEffects.h"
 #include "TestWindows.h"
 
 namespace {
-LONG ExStyle(HWND hWnd) { return static_cast<LONG>(::GetWindowLongPtrW(hWnd, GWL_EXSTYLE)); }
+bool Layered(HWND hWnd) { return (::GetWindowLongPtrW(hWnd, GWL_EXSTYLE) & WS_EX_LAYERED) != 0; }
 }
 
-TEST(WndEffects, TransparencyNeedsAPreviousExtendedStyle)
+TEST(WndEffects, EffectsNeedAPreviousExtendedStyle)
 {
     MCWndEffects effects;
-    TestWindow plain(MakeTopWindow(0, 0, 50, 50));
-    ASSERT_EQ(0, ExStyle(plain));
+    TestWindow plain(MakeTopWindow(0, 0, 50, 50)), tool(MakeTopWindow(0, 0, 50, 50, WS_EX_TOOLWINDOW));
+    ASSERT_EQ(0, ::GetWindowLongPtrW(plain, GWL_EXSTYLE));
     // The style is set, but a previous style of 0 counts as failure: no alpha.
     EXPECT_FALSE(effects.SetEffects_TransparentWnd(plain, 128));
-    EXPECT_TRUE(ExStyle(plain) & WS_EX_LAYERED);
-
-    // Now layered, a second call applies the alpha directly.
-    EXPECT_TRUE(effects.SetEffects_TransparentWnd(plain, 128));
-    BYTE alpha = 0;
-    DWORD flags = 0;
-    if (::GetLayeredWindowAttributes(plain, NULL, &alpha, &flags)) {
-        EXPECT_EQ(128, alpha);
-        EXPECT_EQ(static_cast<DWORD>(LWA_ALPHA), flags & LWA_ALPHA);
+    EXPECT_TRUE(Layered(plain));
+    // Now layered (or with another extended style), the alpha is applied.
+    for (HWND hWnd : {plain.Get(), tool.Get()}) {
+        EXPECT_TRUE(effects.SetEffects_TransparentWnd(hWnd, 200));
+        EXPECT_TRUE(Layered(hWnd));
+        BYTE alpha = 0;
+        DWORD flags = 0;
+        if (::GetLayeredWindowAttributes(hWnd, NULL, &alpha, &flags)) {
+            EXPECT_EQ(200, alpha);
+            EXPECT_EQ(static_cast<DWORD>(LWA_ALPHA), flags & LWA_ALPHA);
+        }
     }
+    EXPECT_TRUE(::GetWindowLongPtrW(tool, GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
 
-    TestWindow tool(MakeTopWindow(0, 0, 50, 50, WS_EX_TOOLWINDOW));
-    EXPECT_TRUE(effects.SetEffects_TransparentWnd(tool, 200));
-    EXPECT_TRUE(ExStyle(tool) & WS_EX_LAYERED);
-    EXPECT_TRUE(ExStyle(tool) & WS_EX_TOOLWINDOW);
-    if (::GetLayeredWindowAttributes(tool, NULL, &alpha, &flags)) {
-        EXPECT_EQ(200, alpha);
-    }
-}
-
-TEST(WndEffects, AnimationAndCopies)
-{
-    MCWndEffects effects;
-    TestWindow plain(MakeTopWindow(0, 0, 50, 50, 0, WS_POPUP));
-    EXPECT_FALSE(effects.SetEffects_AnimateWindow(plain, 10, AW_BLEND));
-    EXPECT_TRUE(ExStyle(plain) & WS_EX_LAYERED);
-
+    TestWindow animated(MakeTopWindow(0, 0, 50, 50)), toolAnimated(MakeTopWindow(0, 0, 50, 50, WS_EX_TOOLWINDOW));
+    EXPECT_FALSE(effects.SetEffects_AnimateWindow(animated, 10, AW_BLEND));
+    EXPECT_TRUE(Layered(animated));
     MCWndEffects copy(effects);
-    TestWindow tool(MakeTopWindow(0, 0, 50, 50, WS_EX_TOOLWINDOW, WS_POPUP));
     // The result is the system's own; what must hold is that the call reaches it.
-    copy.SetEffects_AnimateWindow(tool, 10, AW_BLEND | AW_ACTIVATE);
-    EXPECT_TRUE(ExStyle(tool) & WS_EX_LAYERED);
-}
-
-TEST(WndEffects, DesktopIsActiveInATestSession)
-{
-    MCWndEffects effects;
-    EXPECT_TRUE(effects.IsDesktopActive());
+    copy.SetEffects_AnimateWindow(toolAnimated, 10, AW_BLEND | AW_ACTIVATE);
+    EXPECT_TRUE(Layered(toolAnimated));
+    EXPECT_TRUE(effects.IsDesktopActive()) << "a test session has the input desktop";
 }
