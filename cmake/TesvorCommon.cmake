@@ -6,6 +6,11 @@ add_library(tesvor_settings INTERFACE)
 target_compile_definitions(tesvor_settings INTERFACE
   UNICODE _UNICODE _WIN32_WINNT=0x0601 WINVER=0x0601 NOMINMAX)
 target_compile_options(tesvor_settings INTERFACE -Wall -Wextra)
+# Our own code stays warning-free: a warning fails the build (CI builds with this).
+option(TESVOR_WERROR "Treat warnings in the project's own code as errors" ON)
+if(TESVOR_WERROR)
+  target_compile_options(tesvor_settings INTERFACE $<$<COMPILE_LANGUAGE:C,CXX>:-Werror>)
+endif()
 
 # Copy the MinGW runtime DLLs next to the binaries (and install them), so that a
 # program runs under Wine straight from the build tree or an install prefix.
