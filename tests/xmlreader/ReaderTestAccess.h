@@ -9,45 +9,18 @@ struct MCXMLReaderTestAccess {
     static bool IsExternal(const MCXMLReader& reader) { return reader.m_bExternalDocument; }
     static IXMLDOMDocumentPtr Document(const MCXMLReader& reader) { return reader.m_pDocument; }
     static HRESULT Init(MCXMLReader& reader) { return reader.Init(); }
-    static HRESULT FindNodeInDocument(MCXMLReader& r, const _bstr_t& path, IXMLDOMNodePtr& node)
-    {
-        return r.FindNodeInDocument(path, node);
-    }
-    static HRESULT FindNodesInDocument(MCXMLReader& r, const _bstr_t& path, IXMLDOMNodeListPtr& list)
-    {
-        return r.FindNodesInDocument(path, list);
-    }
-    static HRESULT FindNodeInNode(MCXMLReader& r, const _bstr_t& path, const IXMLDOMNodePtr& parent, IXMLDOMNodePtr& node)
-    {
-        return r.FindNodeInNode(path, parent, node);
-    }
-    static HRESULT FindNodesInNode(MCXMLReader& r, const _bstr_t& path, const IXMLDOMNodePtr& parent,
-                                   IXMLDOMNodeListPtr& list)
-    {
-        return r.FindNodesInNode(path, parent, list);
-    }
-    static HRESULT GetNamedNodeMap(MCXMLReader& r, const IXMLDOMNodePtr& node, IXMLDOMNamedNodeMapPtr& attributes)
-    {
-        return r.GetNamedNodeMap(node, attributes);
-    }
-    static HRESULT FindAttributeInNode(MCXMLReader& r, const _bstr_t& name, const IXMLDOMNamedNodeMapPtr& attributes,
-                                       _bstr_t& value)
-    {
-        return r.FindAttributeInNode(name, attributes, value);
-    }
+    typedef const IXMLDOMNamedNodeMapPtr& Attributes;
+    static HRESULT FindNodeInDocument(MCXMLReader& r, const _bstr_t& path, IXMLDOMNodePtr& node) { return r.FindNodeInDocument(path, node); }
+    static HRESULT FindNodesInDocument(MCXMLReader& r, const _bstr_t& path, IXMLDOMNodeListPtr& list) { return r.FindNodesInDocument(path, list); }
+    typedef const IXMLDOMNodePtr& Node;
+    static HRESULT FindNodeInNode(MCXMLReader& r, const _bstr_t& path, Node parent, IXMLDOMNodePtr& node) { return r.FindNodeInNode(path, parent, node); }
+    static HRESULT FindNodesInNode(MCXMLReader& r, const _bstr_t& path, Node parent, IXMLDOMNodeListPtr& list) { return r.FindNodesInNode(path, parent, list); }
+    static HRESULT GetNamedNodeMap(MCXMLReader& r, Node node, IXMLDOMNamedNodeMapPtr& a) { return r.GetNamedNodeMap(node, a); }
+    static HRESULT FindAttributeInNode(MCXMLReader& r, const _bstr_t& name, Attributes a, _bstr_t& value) { return r.FindAttributeInNode(name, a, value); }
     template <class T>
-    static HRESULT Read(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name, T& out)
-    {
-        return r.CreatePropertyFromAttribute(attributes, name, out);
-    }
-    static HRESULT ReadColor(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name, DWORD& out)
-    {
-        return r.CreateColorPropertyFromAttribute(attributes, name, out);
-    }
-    static HRESULT ReadRectEx(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name, CRect& out)
-    {
-        return r.CreateRectExPropertyFromAttribute(attributes, name, out);
-    }
+    static HRESULT Read(MCXMLReader& r, Attributes a, const _bstr_t& name, T& out) { return r.CreatePropertyFromAttribute(a, name, out); }
+    static HRESULT ReadColor(MCXMLReader& r, Attributes a, const _bstr_t& name, DWORD& out) { return r.CreateColorPropertyFromAttribute(a, name, out); }
+    static HRESULT ReadRectEx(MCXMLReader& r, Attributes a, const _bstr_t& name, CRect& out) { return r.CreateRectExPropertyFromAttribute(a, name, out); }
 
     static HRESULT Resolve(MCXMLReader& r, const _bstr_t& v, MEFontEffect& o) { return r.ResolveFontEffectFromAttribute(v, o); }
     static HRESULT Resolve(MCXMLReader& r, const _bstr_t& v, MEFontFlags& o) { return r.ResolveFontFlagsFromAttribute(v, o); }
