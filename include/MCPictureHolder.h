@@ -5,14 +5,9 @@
 #include <ocidl.h>
 #include <commctrl.h>
 #include "TesvorUtilExport.h"
+#include "MEImageEffect.h"
 
 class MCDC;
-
-// What is done to a picture before it goes into an image list.
-enum MEImageEffect {
-    ImageEffectNone = 0,
-    ImageEffectMirror = 1,  // left to right about column width / 2 (see MCDC::Mirror)
-};
 
 // A value class: copies share one picture object.
 class TESVORUTIL_API MCPictureHolder {

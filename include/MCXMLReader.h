@@ -1,6 +1,7 @@
 // MCXMLReader: reader of XML user-interface descriptions. It loads a document
 // through the MSXML DOM and builds plain records from it: the dialog window and
-// its controls, font and control schemas, string tables, free data, scripts.
+// its controls, font and control schemas, string tables, free data, scripts,
+// image lists of icons and cursors.
 //
 // Every operation returns an HRESULT (S_OK done or found, S_FALSE nothing found,
 // negative a failure). COM errors and any other exception raised inside are
@@ -20,10 +21,12 @@
 #include "MCXMLTypes.h"
 #include "MCXMLContainers.h"
 #include "MCUIScriptData.h"
+#include "MEImageEffect.h"
 
 class MCUIDataControl;
 class MCUIWindowData;
 class MCUIFooterData;
+class MCUIImageListData;
 class MCUIDataFont;
 struct MCSkinTextStyle;
 
@@ -32,6 +35,8 @@ public:
     typedef MCOrderedMap<CString, const wchar_t*, CString, CString&> StringTable;
     typedef MCMap<DWORD, DWORD, CString, CString&> StringTableByID;
     typedef MCOrderedMap<CString, const wchar_t*, StringTable*, StringTable*&> FreedataSections;
+    typedef CMap<CString, const wchar_t*, MCUIImageListData*, MCUIImageListData*&> ImageLists;
+    typedef CMap<CString, const wchar_t*, CString, CString&> ImageListNames;
 
     MCXMLReader();
     MCXMLReader(const MCXMLReader& other);
@@ -64,6 +69,18 @@ public:
     HRESULT GetAllFreedataSectionTables(
         MCOrderedMap<CString, const wchar_t*, MCOrderedMap<CString, const wchar_t*, CString, CString&>*,
                      MCOrderedMap<CString, const wchar_t*, CString, CString&>*&>& sections);
+
+    // Image lists of icons ("root/icons/imagelist") or of cursors
+    // ("root/cursors/imagelist"), by name; the first list of a name stays. The
+    // caller owns the records put into `lists` (MDeleteMapValues frees them).
+    // E_INVALIDARG for a kind that is neither.
+    HRESULT GetImageListsData(MEUIImageKind kind,
+                              CMap<CString, const wchar_t*, MCUIImageListData*, MCUIImageListData*&>& lists);
+    // Every named image of the icon (cursor) lists: its "id" -> the name of the
+    // list that holds it. The first image of an id stays, and the images of a
+    // list dropped as a duplicate are left out with it.
+    HRESULT GetIconsInfo(CMap<CString, const wchar_t*, CString, CString&>& icons);
+    HRESULT GetCursorsInfo(CMap<CString, const wchar_t*, CString, CString&>& cursors);
 
 private:
     friend struct MCXMLReaderTestAccess;
@@ -137,6 +154,7 @@ private:
     HRESULT ResolveControlResizeTypeFromAttribute(const _bstr_t& value, MEControlResizeType& out);
     HRESULT ResolveWindowMoveTypeFromAttribute(const _bstr_t& value, MEWindowMoveType& out);
     HRESULT ResolveControlWindowTypeFromValue(bool flag, MEControlWindowType& out);
+    HRESULT ResolveImageEffectFromAttribute(const _bstr_t& value, MEImageEffect& out);
 
     // Windows, controls and dialogs.
     HRESULT BuildMCUIWindowDataFromNode(const IXMLDOMNodePtr& node, MCUIWindowData& window);
@@ -154,6 +172,12 @@ private:
     HRESULT ReadFreedataEntries(const IXMLDOMNodePtr& section,
                                 MCOrderedMap<CString, const wchar_t*, CString, CString&>& table,
                                 const wchar_t* duplicatePrefix);
+
+    // Image lists. The builder sets the record's kind and reads hot spots for
+    // cursor lists only.
+    HRESULT BuildImageListDataFromNode(const IXMLDOMNodePtr& node, MEUIImageKind kind, MCUIImageListData& list);
+    HRESULT FindImageListNodes(MEUIImageKind kind, IXMLDOMNodeListPtr& nodes);
+    HRESULT ReadImageListNames(MEUIImageKind kind, ImageListNames& names, const wchar_t* operation);
 
     // Reads two text attributes of a table entry: S_OK when both are present,
     // S_FALSE when the entry has no attributes or lacks either one (it is then

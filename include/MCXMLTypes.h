@@ -84,6 +84,12 @@ enum MEWindowMoveType {
     MEWindowMoveNone = 4   // "no"
 };
 
+// The section an image list comes from: "root/icons" or "root/cursors".
+enum MEUIImageKind {
+    MEUIImageKindIcon = 1,
+    MEUIImageKindCursor = 2
+};
+
 #pragma pack(push, 1)
 // A colour as three bytes in memory order blue, green, red.
 struct MCSkinRGB {

@@ -52,6 +52,7 @@ enum MEUIKeywordTableID {
     UIKeywordsControlState,
     UIKeywordsResize,
     UIKeywordsMove,
+    UIKeywordsImageEffect,   // "effect" of an image list
     UIKeywordTableCount
 };
 

@@ -21,6 +21,10 @@ inline constexpr wchar_t entry[] = L"entry";
 inline constexpr wchar_t freedata[] = L"freedata";
 inline constexpr wchar_t section[] = L"section";
 inline constexpr wchar_t script[] = L"script";
+inline constexpr wchar_t icons[] = L"icons";
+inline constexpr wchar_t cursors[] = L"cursors";
+inline constexpr wchar_t imagelist[] = L"imagelist";
+inline constexpr wchar_t image[] = L"image";
 
 // Attributes of a control (and of the window's control part).
 inline constexpr wchar_t schema[] = L"schema";
@@ -87,5 +91,15 @@ inline constexpr wchar_t id[] = L"id";
 inline constexpr wchar_t name[] = L"name";
 inline constexpr wchar_t value[] = L"value";
 inline constexpr wchar_t file[] = L"file";
+
+// Attributes of image lists and their images ("file", "name", "width" and "id"
+// are shared with the sections above).
+inline constexpr wchar_t resid[] = L"resid";
+inline constexpr wchar_t initial[] = L"initial";
+inline constexpr wchar_t mask[] = L"mask";
+inline constexpr wchar_t effect[] = L"effect";
+inline constexpr wchar_t index[] = L"index";
+inline constexpr wchar_t hotx[] = L"hotx";
+inline constexpr wchar_t hoty[] = L"hoty";
 
 }  // namespace MNUIName

@@ -144,3 +144,8 @@ HRESULT MCXMLReader::ResolveControlWindowTypeFromValue(bool flag, MEControlWindo
     out = flag ? MEControlWindowTypeWindowless : MEControlWindowTypeWindowed;
     return S_OK;
 }
+
+HRESULT MCXMLReader::ResolveImageEffectFromAttribute(const _bstr_t& value, MEImageEffect& out)
+{
+    return Resolve(g_keywords[UIKeywordsImageEffect], value, out);
+}

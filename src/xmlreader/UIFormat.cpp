@@ -4,6 +4,7 @@
 #include "MNUIFormat.h"
 #include "MNUIName.h"
 #include "MCXMLTypes.h"
+#include "MEImageEffect.h"
 #include <cwchar>
 
 namespace {
@@ -94,6 +95,7 @@ const MDUIKeyword kResizeTypes[] = {{L"w", MEControlResizeWidth}, {L"h", MEContr
                                     {L"wh", MEControlResizeWidthHeight}, {L"no", MEControlResizeNone}};
 const MDUIKeyword kMoveTypes[] = {{L"x", MEWindowMoveX}, {L"y", MEWindowMoveY}, {L"xy", MEWindowMoveXY},
                                   {L"no", MEWindowMoveNone}};
+const MDUIKeyword kImageEffects[] = {{L"none", ImageEffectNone}, {L"mirror", ImageEffectMirror}};
 
 #define KEYWORD_TABLE(name, keywords, acceptsNumber) {name, keywords, CountOf(keywords), acceptsNumber}
 const MDUIKeywordTable kEffectTable = KEYWORD_TABLE(L"effect", kEffects, false);
@@ -108,13 +110,14 @@ const MDUIKeywordTable kControlTypeTable = KEYWORD_TABLE(L"controltype", kContro
 const MDUIKeywordTable kControlStateTable = KEYWORD_TABLE(L"controlstate", kControlStates, false);
 const MDUIKeywordTable kResizeTable = KEYWORD_TABLE(L"resize", kResizeTypes, false);
 const MDUIKeywordTable kMoveTable = KEYWORD_TABLE(L"move", kMoveTypes, false);
+const MDUIKeywordTable kImageEffectTable = KEYWORD_TABLE(L"imageeffect", kImageEffects, false);
 #undef KEYWORD_TABLE
 
 // In the order of MEUIKeywordTableID.
 const MDUIKeywordTable* const kKeywordTables[] = {
     &kEffectTable,      &kAlignmentTable,    &kWeightTable, &kCharsetTable, &kPrecisionTable,
     &kQualityTable,     &kPitchTable,        &kFamilyTable, &kControlTypeTable,
-    &kControlStateTable, &kResizeTable,      &kMoveTable};
+    &kControlStateTable, &kResizeTable,      &kMoveTable,   &kImageEffectTable};
 static_assert(CountOf(kKeywordTables) == UIKeywordTableCount, "one keyword table per MEUIKeywordTableID");
 
 // Attributes, in the order the reader reads them.
@@ -233,6 +236,36 @@ const MDUIAttribute kFreedataEntryAttributes[] = {
     {N::value, UISyntaxText, nullptr, L"", L"the value; an entry without it is skipped", 0},
 };
 
+const MDUIAttribute kImageListAttributes[] = {
+    {N::name, UISyntaxText, nullptr, L"", L"name of the image list; the first list of a name stays", UIAttributeKey},
+    {N::file, UISyntaxText, nullptr, L"",
+     L"picture file holding the strip of images side by side (BMP, GIF, JPEG, icon), relative to the "
+     L"description's folder; wins over \"resid\"", 0},
+    {N::resid, UISyntaxUnsigned, nullptr, L"0",
+     L"number of a bitmap resource holding the strip, looked up along the program's resource modules; "
+     L"used when \"file\" is absent, 0 for none", 0},
+    {N::width, UISyntaxSigned, nullptr, L"0",
+     L"width of one image in pixels, the height being the strip's; 0 makes square images", 0},
+    {N::initial, UISyntaxSigned, nullptr, L"0", L"number of images the list makes room for at first", 0},
+    {N::mask, UISyntaxColour, nullptr, L"255,0,255", L"colour of the strip's transparent pixels", 0},
+    {N::effect, UISyntaxKeyword, &kImageEffectTable, L"none",
+     L"what is done to every image before it goes into the list; images keep their places", 0},
+};
+
+const MDUIAttribute kIconImageAttributes[] = {
+    {N::id, UISyntaxText, nullptr, L"",
+     L"name of the icon; the first image of a name stays, and an image without it is skipped", UIAttributeKey},
+    {N::index, UISyntaxSigned, nullptr, L"0", L"position of the image in the strip, from 0", 0},
+};
+
+const MDUIAttribute kCursorImageAttributes[] = {
+    {N::id, UISyntaxText, nullptr, L"",
+     L"name of the cursor; the first image of a name stays, and an image without it is skipped", UIAttributeKey},
+    {N::index, UISyntaxSigned, nullptr, L"0", L"position of the image in the strip, from 0", 0},
+    {N::hotx, UISyntaxSigned, nullptr, L"0", L"the cursor's hot spot, pixels from the image's left edge", 0},
+    {N::hoty, UISyntaxSigned, nullptr, L"0", L"the cursor's hot spot, pixels from the image's top edge", 0},
+};
+
 // Elements, leaves first.
 
 #define ELEMENT(name, meaning, base, attributes, children, repeats) \
@@ -277,8 +310,22 @@ const MDUIElement kFreedata = GROUP(N::freedata, L"the program's own settings", 
 
 const MDUIElement kScript = LEAF(N::script, L"the script reference", kScriptAttributes, false);
 
-const MDUIElement* const kRootChildren[] = {&kWindow,      &kFontSchema, &kControlsSchema, &kStringTable,
-                                            &kNumberedStringTable, &kFreedata, &kScript};
+const MDUIElement kIconImage = LEAF(N::image, L"one named icon of the strip", kIconImageAttributes, true);
+const MDUIElement* const kIconListChildren[] = {&kIconImage};
+const MDUIElement kIconList =
+    ELEMENT(N::imagelist, L"a strip of icons", nullptr, kImageListAttributes, kIconListChildren, true);
+const MDUIElement* const kIconsChildren[] = {&kIconList};
+const MDUIElement kIcons = GROUP(N::icons, L"image lists of icons", kIconsChildren);
+
+const MDUIElement kCursorImage = LEAF(N::image, L"one named cursor of the strip", kCursorImageAttributes, true);
+const MDUIElement* const kCursorListChildren[] = {&kCursorImage};
+const MDUIElement kCursorList =
+    ELEMENT(N::imagelist, L"a strip of cursors", nullptr, kImageListAttributes, kCursorListChildren, true);
+const MDUIElement* const kCursorsChildren[] = {&kCursorList};
+const MDUIElement kCursors = GROUP(N::cursors, L"image lists of cursors", kCursorsChildren);
+
+const MDUIElement* const kRootChildren[] = {&kWindow,    &kFontSchema, &kControlsSchema, &kStringTable,
+                                            &kNumberedStringTable, &kFreedata, &kScript, &kIcons, &kCursors};
 const MDUIElement kRoot = GROUP(N::root, L"the document element", kRootChildren);
 
 #undef ELEMENT

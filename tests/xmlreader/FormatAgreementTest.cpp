@@ -5,6 +5,7 @@
 // order) shows here.
 #include "ReaderTestAccess.h"
 #include "MCUIWindowData.h"
+#include "MCUIImageListData.h"
 #include "MNUIFormat.h"
 #include "VtableSlotPatch.h"
 #include <functional>
@@ -96,6 +97,15 @@ HRESULT ReadScript(MCXMLReader& reader)
     return reader.GetScriptData(script);
 }
 
+template <MEUIImageKind kind>
+HRESULT ReadImageLists(MCXMLReader& reader)
+{
+    MCXMLReader::ImageLists lists;
+    const HRESULT hr = reader.GetImageListsData(kind, lists);
+    Free(lists);
+    return hr;
+}
+
 const Case kCases[] = {
     {{L"window"}, L"<root probe='1'><window probe='1'/></root>", ReadDialog},
     {{L"window", L"control"}, L"<root probe='1'><window><control probe='1'/></window></root>", ReadDialog},
@@ -117,6 +127,15 @@ const Case kCases[] = {
     {{L"freedata", L"section", L"entry"}, L"<root probe='1'><freedata><section><entry name='a'/></section></freedata></root>",
      ReadFreedata},
     {{L"script"}, L"<root probe='1'><script probe='1'/></root>", ReadScript},
+    {{L"icons", L"imagelist"}, L"<root probe='1'><icons><imagelist probe='1'/></icons></root>",
+     ReadImageLists<MEUIImageKindIcon>},
+    {{L"icons", L"imagelist", L"image"}, L"<root probe='1'><icons><imagelist><image id='a'/></imagelist></icons></root>",
+     ReadImageLists<MEUIImageKindIcon>},
+    {{L"cursors", L"imagelist"}, L"<root probe='1'><cursors><imagelist probe='1'/></cursors></root>",
+     ReadImageLists<MEUIImageKindCursor>},
+    {{L"cursors", L"imagelist", L"image"},
+     L"<root probe='1'><cursors><imagelist><image id='a'/></imagelist></cursors></root>",
+     ReadImageLists<MEUIImageKindCursor>},
 };
 
 const MDUIElement* ElementAt(const std::vector<const wchar_t*>& path)

@@ -2,6 +2,7 @@
 // and tables that held something before the call, and the free-data lookups by name.
 #include "ReaderTestAccess.h"
 #include "MCUIWindowData.h"
+#include "MCUIImageListData.h"
 #include <functional>
 
 typedef MCXMLReader::StringTable TextTable;
@@ -45,6 +46,8 @@ TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
     MCXMLReader::StringTableByID numbers;
     OwningMap<MCXMLReader::FreedataSections> sections;
     IXMLDOMNodePtr node;
+    OwningMap<MCXMLReader::ImageLists> iconLists, cursorLists;
+    MCXMLReader::ImageListNames icons, cursors;
     const struct Getter {
         const char* name;
         std::function<HRESULT(MCXMLReader&)> call;
@@ -64,6 +67,12 @@ TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
          S_FALSE},
         {"GetFreedataTableNodeBySectionName",
          [&](MCXMLReader& r) { return r.GetFreedataTableNodeBySectionName(L"Last", node); }, S_OK, S_FALSE},
+        {"GetImageListsData(icons)", [&](MCXMLReader& r) { return r.GetImageListsData(MEUIImageKindIcon, iconLists); },
+         S_OK, S_FALSE},
+        {"GetImageListsData(cursors)",
+         [&](MCXMLReader& r) { return r.GetImageListsData(MEUIImageKindCursor, cursorLists); }, S_OK, S_FALSE},
+        {"GetIconsInfo", [&](MCXMLReader& r) { return r.GetIconsInfo(icons); }, S_OK, S_FALSE},
+        {"GetCursorsInfo", [&](MCXMLReader& r) { return r.GetCursorsInfo(cursors); }, S_OK, S_FALSE},
     };
     MCXMLReader closed, empty, full;
     Attach(empty, L"<root/>");
@@ -75,11 +84,13 @@ TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
     EXPECT_EQ(CString(L"untouched"), window.strSkinForm);
     EXPECT_EQ(CString(L"untouched"), script.strFile);
     EXPECT_EQ(CString(L"k=keep;"), Joined(table)) << "tables are appended to, never cleared";
-    EXPECT_EQ(0, fonts.GetCount() + controls.GetCount() + section.GetCount() + numbers.GetCount() + sections.GetCount());
+    EXPECT_EQ(0, fonts.GetCount() + controls.GetCount() + section.GetCount() + numbers.GetCount() + sections.GetCount() +
+                     iconLists.GetCount() + cursorLists.GetCount() + icons.GetCount() + cursors.GetCount());
     EXPECT_TRUE(node == nullptr);
     for (const Getter& g : getters)
         EXPECT_EQ(g.withSection, g.call(full)) << g.name;
     EXPECT_EQ(CString(L"k=keep;hello=Hello;bye=Good bye;last=Last;"), Joined(table));
+    EXPECT_EQ(E_INVALIDARG, full.GetImageListsData(static_cast<MEUIImageKind>(0), iconLists)) << "neither section";
 
     // A number-keyed entry whose "id" is no number ends the table.
     MCXMLReader::StringTableByID ended;
