@@ -46,6 +46,7 @@
 #include "MCUIWindowData.h"
 #include "MCUIImageData.h"
 #include "MCUIImageListData.h"
+#include "MCUIImageList.h"
 #include "MCStringArrayImpl.h"
 #include "MCRegistry.h"
 #include "MCStreamMan.h"

@@ -20,6 +20,9 @@ using UniqueBitmap = std::unique_ptr<std::remove_pointer<HBITMAP>::type, FreeGdi
 using UniqueIcon = std::unique_ptr<std::remove_pointer<HICON>::type, FreeIcon>;
 using UniqueImageList = std::unique_ptr<std::remove_pointer<HIMAGELIST>::type, FreeImageList>;
 
+// The column colours of the 8-by-6 test pictures (see make_pictures.py).
+inline COLORREF ColumnColour(int x) { return RGB(30 * x + 10, 200 - 20 * x, 40 + 25 * x); }
+
 // A bitmap's pixels as COLORREFs, top row first (GetDIBits into a 32-bit block).
 struct Pixels {
     int width = 0;

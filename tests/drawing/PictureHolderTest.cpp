@@ -12,9 +12,6 @@ namespace {
 
 const COLORREF kWhite = RGB(255, 255, 255);
 
-// The column colours of the 8-by-6 test pictures (see make_pictures.py).
-COLORREF ColumnColour(int x) { return RGB(30 * x + 10, 200 - 20 * x, 40 + 25 * x); }
-
 std::vector<BYTE> FileBytes(const wchar_t* name)
 {
     std::vector<BYTE> bytes;

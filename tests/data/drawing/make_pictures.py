@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Makes the small pictures the drawing tests load (run from this directory; the
 outputs are checked in). Every picture is 8 by 6 pixels with one colour per
-column, except the JPEG, which is lossy and so carries two flat halves."""
+column, except the JPEG, which is lossy and so carries two flat halves, and
+truncated.bmp, the first half of picture.bmp."""
 import struct
 
 from PIL import Image
@@ -51,6 +52,10 @@ def main():
     write_ico("picture.cur", columns, hotspot=(2, 3))
     with open("not-a-picture.bin", "wb") as f:
         f.write(b"These bytes are text, not any picture format at all.\n")
+    with open("picture.bmp", "rb") as f:
+        whole = f.read()
+    with open("truncated.bmp", "wb") as f:
+        f.write(whole[: len(whole) // 2])
 
 
 if __name__ == "__main__":

@@ -1,0 +1,143 @@
+// Image lists of UI descriptions made live from the 8-by-6 test picture, as a
+// file and as a bitmap resource: the pixels of every image, mirrored or not,
+// icons, cursors with their hot spots, and failures that leave nothing behind.
+#include <gtest/gtest.h>
+#include "DrawingTestResources.h"
+#include "DrawingTestSupport.h"
+#include "MCUIImageList.h"
+#include "MCUIImageListData.h"
+#include "MImageUtils.h"
+#include "TestSupport.h"
+
+namespace {
+
+const COLORREF kBack = RGB(0, 255, 0);
+const int kTransparentColumn = 6;  // its colour is the mask below
+
+// Two images 4 pixels wide, named "a" and "b"; a cursor list puts b's hot spot at (3, 5).
+void MakeStrip(MCUIImageListData& data, MEUIImageKind kind, const wchar_t* file, DWORD resourceID)
+{
+    data.eKind = kind;
+    data.strFile = file;
+    data.dwResID = resourceID;
+    data.nWidth = 4;
+    data.crMask = ColumnColour(kTransparentColumn);
+    data.images[L"a"];
+    MCUIImageData& b = data.images[L"b"];
+    b.nIndex = 1;
+    b.nHotX = 3;
+    b.nHotY = 5;
+}
+
+struct IconFacts {
+    BOOL isIcon = TRUE;
+    DWORD hotX = 0, hotY = 0;
+    COLORREF corner = CLR_INVALID;
+};
+
+IconFacts FactsOf(HICON icon)
+{
+    IconFacts facts;
+    ICONINFO info = {};
+    if (!::GetIconInfo(icon, &info))
+        return facts;
+    const Pixels colour = ReadPixels(info.hbmColor);
+    MImageUtils::DestroyIconInfoData(info);
+    facts = {info.fIcon, info.xHotspot, info.yHotspot, colour.width > 0 ? colour.At(0, 0) : CLR_INVALID};
+    return facts;
+}
+
+TEST(UIImageList, CutsTheStripIntoMaskedImagesEachMirroredInItsPlace)
+{
+    const struct {
+        const wchar_t* file;
+        DWORD resourceID;
+    } sources[] = {{L"picture.bmp", 0}, {L"", IDB_STRIP}};
+    const struct {
+        MEImageEffect effect;
+        int columnSeenAt[4];
+    } effects[] = {{ImageEffectNone, {0, 1, 2, 3}}, {ImageEffectMirror, {0, 3, 2, 1}}};  // column 0 stays
+    for (const auto& source : sources) {
+        for (const auto& effect : effects) {
+            for (MEUIImageKind kind : {MEUIImageKindIcon, MEUIImageKindCursor}) {
+                MCUIImageListData data;
+                MakeStrip(data, kind, source.file, source.resourceID);
+                data.eEffect = effect.effect;
+                MCUIImageList live;
+                // The description's file, or its folder, which names itself.
+                const CString description = TestDataPath(kind == MEUIImageKindIcon ? L"drawing\\strip.xml" : L"drawing");
+                ASSERT_EQ(S_OK, live.Create(data, description));
+                ASSERT_EQ(2, ::ImageList_GetImageCount(live.GetImageList()));
+                for (int image = 0; image < 2; ++image) {
+                    HBITMAP drawn = NULL;
+                    ASSERT_TRUE(MImageUtils::GetBitmapByIndex(live.GetImageList(), image, kBack, drawn));
+                    UniqueBitmap owned(drawn);
+                    const Pixels pixels = ReadPixels(drawn);
+                    ASSERT_EQ(4, pixels.width);
+                    ASSERT_EQ(6, pixels.height);
+                    for (int x = 0; x < 4; ++x) {
+                        const int column = image * 4 + effect.columnSeenAt[x];
+                        EXPECT_EQ(column == kTransparentColumn ? kBack : ColumnColour(column), pixels.At(x, 3))
+                            << "resource " << source.resourceID << " effect " << effect.effect << " image " << image;
+                    }
+                }
+                const bool cursors = kind == MEUIImageKindCursor;
+                EXPECT_EQ(nullptr, cursors ? live.GetIcon(L"b") : live.GetCursor(L"b"));
+                EXPECT_EQ(nullptr, cursors ? live.GetCursor(L"c") : live.GetIcon(L"c"));
+                const IconFacts b = FactsOf(cursors ? live.GetCursor(L"b") : live.GetIcon(L"b"));
+                EXPECT_EQ(ColumnColour(4), b.corner);
+                EXPECT_EQ(!cursors, b.isIcon != FALSE);
+                if (cursors) {
+                    EXPECT_EQ(3u, b.hotX);
+                    EXPECT_EQ(5u, b.hotY);
+                    EXPECT_EQ(0u, FactsOf(live.GetCursor(L"a")).hotX);
+                }
+            }
+        }
+    }
+}
+
+struct Failure {
+    const wchar_t* file;
+    DWORD resourceID;
+    int width;
+    int index;  // of image "b"
+    HRESULT expected;
+} const kFailures[] = {
+    {L"", 0, 4, 1, E_INVALIDARG},  // no source
+    {L"no-such-picture.bmp", IDB_STRIP, 4, 1, HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)},  // the file wins
+    {L"not-a-picture.bin", 0, 4, 1, HRESULT_FROM_WIN32(ERROR_INVALID_DATA)},
+    {L"truncated.bmp", 0, 4, 1, HRESULT_FROM_WIN32(ERROR_INVALID_DATA)},
+    {L"", 999, 4, 1, HRESULT_FROM_WIN32(ERROR_RESOURCE_NAME_NOT_FOUND)},
+    {L"picture.bmp", 0, 9, 0, E_INVALIDARG},                          // wider than the strip
+    {L"picture.bmp", 0, -4, 0, E_INVALIDARG},
+    {L"picture.bmp", 0, 4, 2, HRESULT_FROM_WIN32(ERROR_INVALID_INDEX)},
+    {L"picture.bmp", 0, 4, -1, HRESULT_FROM_WIN32(ERROR_INVALID_INDEX)},
+};
+
+HRESULT CreateFailing(const Failure& failure, MCUIImageList& live)
+{
+    MCUIImageListData data;
+    MakeStrip(data, MEUIImageKindCursor, failure.file, failure.resourceID);
+    data.nWidth = failure.width;
+    data.images[L"b"].nIndex = failure.index;
+    return live.Create(data, TestDataPath(L"drawing\\strip.xml"));
+}
+
+TEST(UIImageList, FailuresLeaveTheObjectEmptyAndNoHandlesBehind)
+{
+    MCUIImageList live;
+    unsigned slotBefore = 0;
+    const int count = sizeof(kFailures) / sizeof(kFailures[0]);
+    for (int i = 0; i < count + 1000; ++i) {
+        if (i == count)  // every path taken once before counting
+            slotBefore = HighestFreshGdiSlot();
+        const Failure& failure = kFailures[i % count];
+        ASSERT_EQ(failure.expected, CreateFailing(failure, live)) << "case " << i % count;
+        ASSERT_EQ(nullptr, live.GetImageList());
+        ASSERT_EQ(nullptr, live.GetCursor(L"a"));
+    }
+    EXPECT_LE(HighestFreshGdiSlot(), slotBefore + 64);
+}
+
+}  // namespace
