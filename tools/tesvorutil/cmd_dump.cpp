@@ -23,6 +23,8 @@ using ControlTable = MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataCo
 using StringTable = MCOrderedMap<CString, const wchar_t*, CString, CString&>;
 using StringTableById = MCMap<DWORD, DWORD, CString, CString&>;
 using Sections = MCOrderedMap<CString, const wchar_t*, StringTable*, StringTable*&>;
+using ImageLists = MCXMLReader::ImageLists;
+using ImageListNames = MCXMLReader::ImageListNames;
 
 // Deletes the records that a map holds when it goes: the reader hands them to its caller.
 template <class Map>
@@ -152,6 +154,10 @@ struct Description {
     StringTable stringTable;
     StringTableById stringTableById;
     OwningMap<Sections> freeData;
+    OwningMap<ImageLists> iconLists;
+    ImageListNames icons;
+    OwningMap<ImageLists> cursorLists;
+    ImageListNames cursors;
 };
 
 HRESULT Read(MCXMLReader& reader, Description& d)
@@ -177,6 +183,14 @@ HRESULT Read(MCXMLReader& reader, Description& d)
         return hr;
     if (FAILED(hr = reader.GetAllFreedataSectionTables(d.freeData)))
         return hr;
+    if (FAILED(hr = reader.GetImageListsData(MEUIImageKindIcon, d.iconLists)))
+        return hr;
+    if (FAILED(hr = reader.GetIconsInfo(d.icons)))
+        return hr;
+    if (FAILED(hr = reader.GetImageListsData(MEUIImageKindCursor, d.cursorLists)))
+        return hr;
+    if (FAILED(hr = reader.GetCursorsInfo(d.cursors)))
+        return hr;
     return S_OK;
 }
 
@@ -185,6 +199,53 @@ void WriteOrderedStrings(Writer& out, const wchar_t* name, const StringTable& ta
     out.Begin(name, false);
     for (INT_PTR i = 0; i < table.GetKeyCount(); ++i) {
         const CString& key = table.GetKeyAt(i);
+        CString value;
+        table.Lookup(key, value);
+        out.String(key, value);
+    }
+    out.End(false);
+}
+
+std::vector<long long> ColourValues(COLORREF colour)
+{
+    return {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
+}
+
+void WriteImageLists(Writer& out, const wchar_t* name, const ImageLists& lists)
+{
+    out.Begin(name, false);
+    for (const CString& listName : SortedKeys<CString, MCUIImageListData*>(lists, TextLess)) {
+        MCUIImageListData* list = nullptr;
+        lists.Lookup(listName, list);
+        out.Begin(listName, false);
+        out.Number(L"eKind", list->eKind);
+        out.String(L"strName", list->strName);
+        out.String(L"strFile", list->strFile);
+        out.Number(L"dwResID", list->dwResID);
+        out.Number(L"nWidth", list->nWidth);
+        out.Number(L"nInitial", list->nInitial);
+        out.Numbers(L"crMask", ColourValues(list->crMask));
+        out.Number(L"eEffect", list->eEffect);
+        out.Begin(L"images", false);
+        for (INT_PTR i = 0; i < list->images.GetKeyCount(); ++i) {
+            MCUIImageData image;
+            list->images.Lookup(list->images.GetKeyAt(i), image);
+            out.Begin(image.strID, false);
+            out.Number(L"nIndex", image.nIndex);
+            out.Number(L"nHotX", image.nHotX);
+            out.Number(L"nHotY", image.nHotY);
+            out.End(false);
+        }
+        out.End(false);
+        out.End(false);
+    }
+    out.End(false);
+}
+
+void WriteSortedStrings(Writer& out, const wchar_t* name, const ImageListNames& table)
+{
+    out.Begin(name, false);
+    for (const CString& key : SortedKeys<CString, CString>(table, TextLess)) {
         CString value;
         table.Lookup(key, value);
         out.String(key, value);
@@ -244,6 +305,11 @@ void WriteDescription(Writer& out, const Description& d)
         WriteOrderedStrings(out, name, *section);
     }
     out.End(false);
+
+    WriteImageLists(out, L"iconLists", d.iconLists);
+    WriteSortedStrings(out, L"icons", d.icons);
+    WriteImageLists(out, L"cursorLists", d.cursorLists);
+    WriteSortedStrings(out, L"cursors", d.cursors);
     out.End(false);
 }
 
