@@ -36,6 +36,9 @@ void WriteElement(Writer& out, const wchar_t* key, const MDUIElement& element)
     out.Begin(key, false);
     out.String(L"name", element.name);
     out.String(L"meaning", element.meaning);
+    // The attributes below include the base's, which come first.
+    if (element.base != nullptr)
+        out.String(L"base", element.base->name);
     out.Bool(L"repeats", element.repeats);
     out.Begin(L"attributes", true);
     WriteAttributes(out, element);
