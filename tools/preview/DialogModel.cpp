@@ -1,6 +1,7 @@
 // Reading what the preview shows: the window record, and for each control its
 // text, tooltip and font looked up in the string table and the schemas.
 #include "DialogPreview.h"
+#include <string>
 
 namespace preview {
 namespace {
@@ -20,7 +21,7 @@ DialogModel::~DialogModel()
         MDeleteMapValues(schemas.second);
 }
 
-HRESULT DialogModel::Read(MCXMLReader& reader)
+HRESULT DialogModel::Read(MCXMLReader& reader, const wchar_t* description)
 {
     HRESULT hr = reader.GetDialogData(window);
     if (hr != S_OK)
@@ -41,9 +42,11 @@ HRESULT DialogModel::Read(MCXMLReader& reader)
 
     Resolve(window, frame);
     controls.resize(static_cast<size_t>(window.arrControls.GetSize()));
-    for (size_t i = 0; i < controls.size(); ++i) {
-        PreviewControl& control = controls[i];
-        Resolve(*window.arrControls[static_cast<INT_PTR>(i)], control);
+    for (size_t i = 0; i < controls.size(); ++i)
+        Resolve(*window.arrControls[static_cast<INT_PTR>(i)], controls[i]);
+    if (FAILED(hr = ReadPictures(reader, description)))
+        return hr;
+    for (const PreviewControl& control : controls) {
         if (control.record->eType == MEControlTypeImageButton && PictureOf(control) == nullptr) {
             CString warning;
             warning.Format(L"%s: no picture for the image button (skin object '%s'); drawn as a placeholder",
@@ -55,9 +58,51 @@ HRESULT DialogModel::Read(MCXMLReader& reader)
     return S_OK;
 }
 
-// The description's image lists are not read into records yet, so no picture
-// resolves: this is the one place that will look a control's picture up in them.
-HBITMAP DialogModel::PictureOf(const PreviewControl&) const { return nullptr; }
+// An image button shows the icon that its skin object names, drawn over the
+// button face; each icon list is made live once, when a button first needs it.
+HRESULT DialogModel::ReadPictures(MCXMLReader& reader, const wchar_t* description)
+{
+    MCXMLReader::ImageLists lists;
+    MCXMLReader::ImageListNames icons;
+    HRESULT hr = reader.GetImageListsData(MEUIImageKindIcon, lists);
+    if (SUCCEEDED(hr))
+        hr = reader.GetIconsInfo(icons);
+    std::map<std::wstring, std::unique_ptr<MCUIImageList>> made;
+    for (const PreviewControl& control : controls) {
+        const MCUIDataControl& record = *control.record;
+        CString listName;
+        MCUIImageListData* list = nullptr;
+        if (FAILED(hr) || record.eType != MEControlTypeImageButton || !icons.Lookup(record.strSkinObjName, listName) ||
+            !lists.Lookup(listName, list))
+            continue;
+        std::unique_ptr<MCUIImageList>& live = made[static_cast<const wchar_t*>(listName)];
+        if (!live) {
+            live = std::make_unique<MCUIImageList>();
+            const HRESULT created = live->Create(*list, description);
+            if (FAILED(created)) {
+                CString warning;
+                warning.Format(L"image list '%s' cannot be made (0x%08lX)", static_cast<const wchar_t*>(listName),
+                               static_cast<unsigned long>(created));
+                warnings.push_back(warning);
+            }
+        }
+        MCUIImageData image;
+        HBITMAP picture = nullptr;
+        if (live->GetImageList() != nullptr && list->images.Lookup(record.strSkinObjName, image) &&
+            MImageUtils::GetBitmapByIndex(live->GetImageList(), image.nIndex, ::GetSysColor(COLOR_BTNFACE), picture)) {
+            m_pictures[&record] = std::make_unique<CBitmap>();
+            m_pictures[&record]->Attach(picture);
+        }
+    }
+    MDeleteMapValues(lists);
+    return hr;
+}
+
+HBITMAP DialogModel::PictureOf(const PreviewControl& control) const
+{
+    const auto found = m_pictures.find(control.record);
+    return found != m_pictures.end() ? static_cast<HBITMAP>(found->second->GetSafeHandle()) : nullptr;
+}
 
 void DialogModel::Resolve(const MCUIDataControl& record, PreviewControl& control) const
 {

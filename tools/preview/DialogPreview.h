@@ -28,11 +28,12 @@ public:
     DialogModel& operator=(const DialogModel&) = delete;
 
     // S_OK; S_FALSE when the description has no window; a reader failure as it came
-    // (the reader's m_strError tells more).
-    HRESULT Read(MCXMLReader& reader);
+    // (the reader's m_strError tells more). The files of image lists are looked up
+    // next to `description`, the description's path.
+    HRESULT Read(MCXMLReader& reader, const wchar_t* description = nullptr);
 
-    // The picture an image button or skin picture draws from the description's
-    // image lists; null when none resolves (the control is then a placeholder).
+    // The picture an image button draws: the icon its skin object names, from the
+    // description's icon lists; null when none resolves (the control is then a placeholder).
     HBITMAP PictureOf(const PreviewControl& control) const;
 
     CSize NaturalSize() const { return window.rcRect.Size(); }
@@ -45,6 +46,7 @@ public:
 private:
     void Resolve(const MCUIDataControl& record, PreviewControl& control) const;
     bool ResolveFont(const MCUIDataFont& font, MCUIDataFont& out) const;
+    HRESULT ReadPictures(MCXMLReader& reader, const wchar_t* description);
 
     using FontSchemas = MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>;
     using ControlSchemas = MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>;
@@ -52,6 +54,7 @@ private:
     MCXMLReader::StringTableByID m_strings;
     FontSchemas m_fontSchemas;
     std::map<int, ControlSchemas> m_controlSchemas;  // by control type
+    std::map<const MCUIDataControl*, std::unique_ptr<CBitmap>> m_pictures;  // of image buttons
 };
 
 // The largest window side the preview builds, in pixels.

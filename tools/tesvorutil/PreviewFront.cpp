@@ -52,7 +52,7 @@ int BuildPreview(const PreviewOptions& options, preview::DialogModel& model, pre
     MCXMLReader reader;
     if (!OpenDescription(reader, file))
         return ExitInvalid;
-    const HRESULT hr = model.Read(reader);
+    const HRESULT hr = model.Read(reader, file);
     if (FAILED(hr)) {
         PrintErr(L"%s: error: the description cannot be read (0x%08lX) %s\n", file, static_cast<unsigned long>(hr),
                  static_cast<const wchar_t*>(reader.m_strError));
