@@ -14,6 +14,7 @@
 // runtime's wide scan: leading blanks are skipped and trailing text ignored.
 enum MEUIValueSyntax {
     UISyntaxText,           // any text
+    UISyntaxFaceName,       // a typeface name of at most LF_FACESIZE - 1 characters; a longer one is ignored
     UISyntaxFlag,           // "1" is true; any other text, "true" included, is false
     UISyntaxUnsigned,       // "%u": a 32-bit unsigned number; a minus sign wraps
     UISyntaxByte,           // "%u", at most 255
@@ -35,7 +36,30 @@ enum MEUIAttributeFlags {
     UIAttributeIgnoredUnderSkinPath = 0x1,
     // Keys its element in a table: of several elements with the same value the
     // first stays and the others are dropped.
-    UIAttributeKey = 0x2
+    UIAttributeKey = 0x2,
+    // Names another element by its key: the element of the same name whose
+    // attribute of this name is a key (a control's or a font's "schema").
+    UIAttributeReference = 0x4,
+    // Keys and references count within one value of this attribute: the reader
+    // keeps one table per value (the control schemas, one table per type).
+    UIAttributeKeyScope = 0x8,
+    // When not empty, the attributes flagged UIAttributeIgnoredUnderSkinPath are not read.
+    UIAttributeSkinPath = 0x10,
+    // Read after the attribute listed before it into the same field: when both
+    // are given and this one is acceptable, this one counts.
+    UIAttributeReplacesPrevious = 0x20,
+    // Read only when the attribute listed before it is absent.
+    UIAttributeOnlyWithoutPrevious = 0x40,
+    // An element without it is skipped.
+    UIAttributeRequired = 0x80,
+    // A value that is not acceptable ends the reading of the element's table:
+    // that element and the ones after it are lost.
+    UIAttributeUnacceptableEndsTable = 0x100,
+    // Tells the element apart from its siblings for the program (a control's
+    // "ids" and "idv"); the reader keeps siblings with the same value.
+    UIAttributeIdentifier = 0x200,
+    // When exactly "1", the element's children are not read.
+    UIAttributeSkipsChildren = 0x400
 };
 
 // The keyword tables, by what they resolve.
@@ -107,5 +131,9 @@ TESVORUTIL_API const MDUIKeyword* FindKeyword(const MDUIKeywordTable& table, con
 // written, for messages and docs ("1 (true) or 0", "x,y,width,height", ...).
 TESVORUTIL_API const wchar_t* GetSyntaxName(MEUIValueSyntax syntax);
 TESVORUTIL_API const wchar_t* GetSyntaxText(MEUIValueSyntax syntax);
+
+// An attribute flag's short name ("key", "skinpath", ...); empty for a value
+// that is not a single flag.
+TESVORUTIL_API const wchar_t* GetFlagName(MEUIAttributeFlags flag);
 
 }  // namespace MNUIFormat

@@ -124,10 +124,20 @@ static_assert(CountOf(kKeywordTables) == UIKeywordTableCount, "one keyword table
 
 const DWORD kSkinPathIgnores = UIAttributeIgnoredUnderSkinPath;
 
+// A control's "schema" comes first and stands apart: a window's control names a
+// control schema with it, and a control of the controls schema is kept under it.
+const MDUIAttribute kControlSchemaReference[] = {
+    {N::schema, UISyntaxText, nullptr, L"",
+     L"name of a control schema of the same type that the program applies to this control", UIAttributeReference},
+};
+const MDUIAttribute kControlSchemaName[] = {
+    {N::schema, UISyntaxText, nullptr, L"", L"name of the schema; the first control of a name and type stays",
+     UIAttributeKey},
+};
+
 const MDUIAttribute kControlAttributes[] = {
-    {N::schema, UISyntaxText, nullptr, L"", L"name of a control schema that the program applies to this control", 0},
-    {N::ids, UISyntaxText, nullptr, L"", L"identifier of the control as text", 0},
-    {N::idv, UISyntaxUnsigned, nullptr, L"0", L"identifier of the control as a number", 0},
+    {N::ids, UISyntaxText, nullptr, L"", L"identifier of the control as text", UIAttributeIdentifier},
+    {N::idv, UISyntaxUnsigned, nullptr, L"0", L"identifier of the control as a number", UIAttributeIdentifier},
     {N::enabled, UISyntaxFlag, nullptr, L"1", L"initially enabled", 0},
     {N::tooltip, UISyntaxText, nullptr, L"", L"tooltip text", 0},
     {N::tooltipid, UISyntaxUnsigned, nullptr, L"0", L"number of the tooltip text in the number-keyed string table", 0},
@@ -135,22 +145,25 @@ const MDUIAttribute kControlAttributes[] = {
     {N::textid, UISyntaxUnsigned, nullptr, L"0", L"number of the caption text in the number-keyed string table", 0},
     {N::rect, UISyntaxRect, nullptr, L"0,0,0,0", L"position and size as left, top, right, bottom", 0},
     {N::rectex, UISyntaxRectEx, nullptr, L"0,0,0,0",
-     L"position and size as x, y, width, height; read after \"rect\" and wins over it", 0},
+     L"position and size as x, y, width, height; read after \"rect\" and wins over it", UIAttributeReplacesPrevious},
     {N::visible, UISyntaxFlag, nullptr, L"1", L"initially visible", 0},
     {N::st, UISyntaxUnsigned, nullptr, L"0", L"style bits, carried to the program unchanged", 0},
     {N::stex, UISyntaxUnsigned, nullptr, L"0", L"extended style bits, carried to the program unchanged", 0},
     {N::skinobjname, UISyntaxText, nullptr, L"", L"name of the control's skin object", 0},
     {N::actualsize, UISyntaxFlag, nullptr, L"0", L"the skin object keeps its actual size", 0},
-    {N::type, UISyntaxKeyword, &kControlTypeTable, L"window", L"the kind of control", 0},
+    {N::type, UISyntaxKeyword, &kControlTypeTable, L"window", L"the kind of control; control schemas are kept per type",
+     UIAttributeKeyScope},
     {N::state, UISyntaxKeyword, &kControlStateTable, L"normal", L"initial state", 0},
     {N::windowless, UISyntaxFlag, nullptr, L"0", L"the control is drawn by its parent and has no window of its own", 0},
     {N::autoskin, UISyntaxFlag, nullptr, L"1", L"the skin is applied automatically", 0},
     {N::skinphobjpath, UISyntaxText, nullptr, L"",
-     L"path of a skin object that places the control; when set, anchors and size limits are not read", 0},
+     L"path of a skin object that places the control; when set, anchors and size limits are not read",
+     UIAttributeSkinPath},
     {N::anchorss, UISyntaxAnchorLetters, nullptr, L"0,0,0,0",
      L"anchors as letters: l/c/r horizontally, t/c/b vertically", kSkinPathIgnores},
     {N::anchorsv, UISyntaxAnchorNumbers, nullptr, L"0,0,0,0",
-     L"anchors as percentages; read only when \"anchorss\" is absent", kSkinPathIgnores},
+     L"anchors as percentages; read only when \"anchorss\" is absent",
+     kSkinPathIgnores | UIAttributeOnlyWithoutPrevious},
     {N::cxmin, UISyntaxSigned, nullptr, L"0", L"minimum width", kSkinPathIgnores},
     {N::cymin, UISyntaxSigned, nullptr, L"0", L"minimum height", kSkinPathIgnores},
     {N::cxmax, UISyntaxSigned, nullptr, L"0", L"maximum width", kSkinPathIgnores},
@@ -170,9 +183,9 @@ const MDUIAttribute kFooterAttributes[] = {
 };
 
 const MDUIAttribute kFontAttributes[] = {
-    {N::schema, UISyntaxText, nullptr, L"", L"name of a font schema", 0},
+    {N::schema, UISyntaxText, nullptr, L"", L"name of a font schema", UIAttributeReference},
     {N::schemaonly, UISyntaxFlag, nullptr, L"1",
-     L"the font is only a schema reference; only an explicit \"1\" skips the children", 0},
+     L"the font is only a schema reference; only an explicit \"1\" skips the children", UIAttributeSkipsChildren},
 };
 
 const MDUIAttribute kTextStyleAttributes[] = {
@@ -192,7 +205,7 @@ const MDUIAttribute kLogFontAttributes[] = {
     {N::italic, UISyntaxByte, nullptr, L"0", L"italic when not 0", 0},
     {N::underline, UISyntaxByte, nullptr, L"0", L"underlined when not 0", 0},
     {N::strikeout, UISyntaxByte, nullptr, L"0", L"struck out when not 0", 0},
-    {N::facename, UISyntaxText, nullptr, L"",
+    {N::facename, UISyntaxFaceName, nullptr, L"",
      L"typeface name, at most 31 characters; a longer name is ignored", 0},
     {N::weight, UISyntaxKeyword, &kWeightTable, L"dontcare", L"weight, as a keyword or a number", 0},
     {N::charset, UISyntaxKeyword, &kCharsetTable, L"ansi", L"character set", 0},
@@ -208,7 +221,7 @@ const MDUIAttribute kLogFontAttributes[] = {
 const MDUIAttribute kSchemaFontAttributes[] = {
     {N::schema, UISyntaxText, nullptr, L"", L"name of the schema; the first font of a name stays", UIAttributeKey},
     {N::schemaonly, UISyntaxFlag, nullptr, L"1",
-     L"the font is only a schema reference; only an explicit \"1\" skips the children", 0},
+     L"the font is only a schema reference; only an explicit \"1\" skips the children", UIAttributeSkipsChildren},
 };
 
 const MDUIAttribute kScriptAttributes[] = {
@@ -216,15 +229,16 @@ const MDUIAttribute kScriptAttributes[] = {
 };
 
 const MDUIAttribute kStringEntryAttributes[] = {
-    {N::id, UISyntaxText, nullptr, L"", L"key of the string; the first entry of a key stays", UIAttributeKey},
-    {N::text, UISyntaxText, nullptr, L"", L"the string; an entry without it is skipped", 0},
+    {N::id, UISyntaxText, nullptr, L"", L"key of the string; the first entry of a key stays",
+     UIAttributeKey | UIAttributeRequired},
+    {N::text, UISyntaxText, nullptr, L"", L"the string; an entry without it is skipped", UIAttributeRequired},
 };
 
 const MDUIAttribute kNumberedStringEntryAttributes[] = {
     {N::id, UISyntaxUnsigned, nullptr, L"",
      L"number of the string; the first entry of a number stays, and a text that is no number ends the table",
-     UIAttributeKey},
-    {N::text, UISyntaxText, nullptr, L"", L"the string; an entry without it is skipped", 0},
+     UIAttributeKey | UIAttributeRequired | UIAttributeUnacceptableEndsTable},
+    {N::text, UISyntaxText, nullptr, L"", L"the string; an entry without it is skipped", UIAttributeRequired},
 };
 
 const MDUIAttribute kSectionAttributes[] = {
@@ -232,8 +246,9 @@ const MDUIAttribute kSectionAttributes[] = {
 };
 
 const MDUIAttribute kFreedataEntryAttributes[] = {
-    {N::name, UISyntaxText, nullptr, L"", L"name of the value; the first entry of a name stays", UIAttributeKey},
-    {N::value, UISyntaxText, nullptr, L"", L"the value; an entry without it is skipped", 0},
+    {N::name, UISyntaxText, nullptr, L"", L"name of the value; the first entry of a name stays",
+     UIAttributeKey | UIAttributeRequired},
+    {N::value, UISyntaxText, nullptr, L"", L"the value; an entry without it is skipped", UIAttributeRequired},
 };
 
 const MDUIAttribute kImageListAttributes[] = {
@@ -281,8 +296,12 @@ const MDUIElement kSchemaFont =
     ELEMENT(N::font, L"a named font schema", nullptr, kSchemaFontAttributes, kFontChildren, true);
 
 const MDUIElement* const kControlChildren[] = {&kFont};
+const MDUIElement kControlHead = LEAF(N::control, L"a control's schema reference", kControlSchemaReference, false);
 const MDUIElement kControl =
-    ELEMENT(N::control, L"one control of the window", nullptr, kControlAttributes, kControlChildren, true);
+    ELEMENT(N::control, L"one control of the window", &kControlHead, kControlAttributes, kControlChildren, true);
+const MDUIElement kSchemaControlHead = LEAF(N::control, L"a control schema's name", kControlSchemaName, false);
+const MDUIElement kSchemaControl = ELEMENT(N::control, L"a named control schema", &kSchemaControlHead,
+                                           kControlAttributes, kControlChildren, true);
 const MDUIElement kFooter = LEAF(N::footer, L"the window's footer", kFooterAttributes, false);
 const MDUIElement* const kWindowChildren[] = {&kControl, &kFooter, &kFont};
 const MDUIElement kWindow = ELEMENT(N::window, L"the dialog window; its own attributes follow a control's",
@@ -290,7 +309,7 @@ const MDUIElement kWindow = ELEMENT(N::window, L"the dialog window; its own attr
 
 const MDUIElement* const kFontSchemaChildren[] = {&kSchemaFont};
 const MDUIElement kFontSchema = GROUP(N::fontschema, L"named fonts", kFontSchemaChildren);
-const MDUIElement* const kControlsSchemaChildren[] = {&kControl};
+const MDUIElement* const kControlsSchemaChildren[] = {&kSchemaControl};
 const MDUIElement kControlsSchema = GROUP(N::controlsschema, L"named controls, by \"schema\"", kControlsSchemaChildren);
 
 const MDUIElement kStringEntry = LEAF(N::entry, L"one string", kStringEntryAttributes, true);
@@ -392,6 +411,7 @@ SyntaxWords WordsFor(MEUIValueSyntax syntax)
 {
     switch (syntax) {
     case UISyntaxText: return {L"text", L"text"};
+    case UISyntaxFaceName: return {L"facename", L"typeface name of at most 31 characters"};
     case UISyntaxFlag: return {L"flag", L"1 (true) or 0"};
     case UISyntaxUnsigned: return {L"unsigned", L"unsigned number"};
     case UISyntaxByte: return {L"byte", L"number 0..255"};
@@ -413,5 +433,24 @@ SyntaxWords WordsFor(MEUIValueSyntax syntax)
 
 const wchar_t* GetSyntaxName(MEUIValueSyntax syntax) { return WordsFor(syntax).name; }
 const wchar_t* GetSyntaxText(MEUIValueSyntax syntax) { return WordsFor(syntax).text; }
+
+const wchar_t* GetFlagName(MEUIAttributeFlags flag)
+{
+    switch (flag) {
+    case UIAttributeNone: break;
+    case UIAttributeIgnoredUnderSkinPath: return L"ignoredUnderSkinPath";
+    case UIAttributeKey: return L"key";
+    case UIAttributeReference: return L"reference";
+    case UIAttributeKeyScope: return L"keyScope";
+    case UIAttributeSkinPath: return L"skinPath";
+    case UIAttributeReplacesPrevious: return L"replacesPrevious";
+    case UIAttributeOnlyWithoutPrevious: return L"onlyWithoutPrevious";
+    case UIAttributeRequired: return L"required";
+    case UIAttributeUnacceptableEndsTable: return L"unacceptableEndsTable";
+    case UIAttributeIdentifier: return L"identifier";
+    case UIAttributeSkipsChildren: return L"skipsChildren";
+    }
+    return L"";
+}
 
 }  // namespace MNUIFormat

@@ -25,8 +25,12 @@ void WriteAttributes(Writer& out, const MDUIElement& element)
             out.String(L"keywords", attribute.keywords->name);
         out.String(L"default", attribute.defaultValue);
         out.String(L"meaning", attribute.meaning);
-        out.Bool(L"ignoredUnderSkinPath", (attribute.flags & UIAttributeIgnoredUnderSkinPath) != 0);
-        out.Bool(L"key", (attribute.flags & UIAttributeKey) != 0);
+        out.Begin(L"flags", true);
+        for (DWORD flag = 1; flag != 0 && flag <= attribute.flags; flag <<= 1) {
+            if ((attribute.flags & flag) != 0)
+                out.String(nullptr, MNUIFormat::GetFlagName(static_cast<MEUIAttributeFlags>(flag)));
+        }
+        out.End(true);
         out.End(false);
     }
 }
