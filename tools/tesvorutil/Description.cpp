@@ -1,11 +1,6 @@
 #include "Description.h"
-#include <shlwapi.h>
-#include <xmllite.h>
-#include <memory>
 #include "Output.h"
-
-_COM_SMARTPTR_TYPEDEF(IStream, __uuidof(IStream));
-_COM_SMARTPTR_TYPEDEF(IXmlReader, __uuidof(IXmlReader));
+#include "XmlLite.h"
 
 namespace tesvorutil {
 namespace {
@@ -16,46 +11,6 @@ struct LoadFault {
     long column = 0;
     CString reason;
 };
-
-// Texts for the well-formedness faults a hand-edited description runs into;
-// XmlLite reports them only as codes.
-const wchar_t* XmlLiteFaultText(HRESULT hr)
-{
-    switch (static_cast<unsigned long>(hr)) {
-    case MX_E_INPUTEND: return L"unexpected end of the document";
-    case MX_E_ENCODING: return L"the text does not match the declared encoding";
-    case WC_E_WHITESPACE: return L"white space expected";
-    case WC_E_SEMICOLON: return L"';' expected";
-    case WC_E_GREATERTHAN: return L"'>' expected";
-    case WC_E_QUOTE: return L"a quote expected";
-    case WC_E_EQUAL: return L"'=' expected";
-    case WC_E_LESSTHAN: return L"'<' not allowed in an attribute value";
-    case WC_E_XMLCHARACTER: return L"a character not allowed in XML";
-    case WC_E_NAMECHARACTER: return L"a character not allowed in a name";
-    case WC_E_SYNTAX: return L"syntax error";
-    case WC_E_NAME: return L"a name expected";
-    case WC_E_ROOTELEMENT: return L"the document has no root element or more than one";
-    case WC_E_ELEMENTMATCH: return L"the end tag does not match the start tag";
-    case WC_E_UNIQUEATTRIBUTE: return L"an attribute appears twice in one element";
-    case WC_E_UNDECLAREDENTITY: return L"an undeclared entity";
-    case WC_E_MOREDATA: return L"text after the root element";
-    default: return NULL;
-    }
-}
-
-// The system's text for a failure code, without its line end.
-CString SystemText(HRESULT hr)
-{
-    wchar_t text[512] = L"";
-    CString result;
-    if (::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, NULL, static_cast<DWORD>(hr), 0,
-                         text, ARRAYSIZE(text), NULL) != 0)
-        result = text;
-    result.TrimRight(L"\r\n ");
-    if (result.IsEmpty())
-        result.Format(L"failure 0x%08lX", static_cast<unsigned long>(hr));
-    return result;
-}
 
 // The parser's own account, from the document the reader tried to load.
 LoadFault FaultFromDocument(MCXMLReader& reader)
@@ -74,31 +29,19 @@ LoadFault FaultFromDocument(MCXMLReader& reader)
     return fault;
 }
 
-struct FreeModule {
-    void operator()(HMODULE module) const { ::FreeLibrary(module); }
-};
-
 // Reads the file with XmlLite up to its first fault; false when XmlLite reads it
 // without one (or is not there).
 bool FaultFromXmlLite(const wchar_t* path, LoadFault& fault)
 {
     IStreamPtr stream;
-    HRESULT hr = ::SHCreateStreamOnFileW(path, STGM_READ | STGM_SHARE_DENY_WRITE, &stream);
+    HRESULT hr = OpenFileStream(path, stream);
     if (FAILED(hr)) {
         fault = LoadFault();
         fault.reason = SystemText(hr);
         return true;
     }
-    // XmlLite has no import library in this tool chain: it is bound at run time.
-    typedef HRESULT(WINAPI * CreateXmlReaderProc)(REFIID, void**, IMalloc*);
-    std::unique_ptr<HINSTANCE__, FreeModule> xmllite(::LoadLibraryW(L"xmllite.dll"));
-    auto createXmlReader = xmllite ? reinterpret_cast<CreateXmlReaderProc>(reinterpret_cast<void*>(
-                                         ::GetProcAddress(xmllite.get(), "CreateXmlReader")))
-                                   : NULL;
     IXmlReaderPtr parser;
-    if (createXmlReader == NULL || FAILED(createXmlReader(__uuidof(IXmlReader), reinterpret_cast<void**>(&parser), NULL)) ||
-        FAILED(parser->SetProperty(XmlReaderProperty_DtdProcessing, DtdProcessing_Parse)) ||
-        FAILED(parser->SetInput(stream)))
+    if (FAILED(CreateXmlLiteReader(stream, parser)))
         return false;
     XmlNodeType type;
     while ((hr = parser->Read(&type)) == S_OK) {
@@ -110,8 +53,7 @@ bool FaultFromXmlLite(const wchar_t* path, LoadFault& fault)
     parser->GetLinePosition(&column);
     fault.line = static_cast<long>(line);
     fault.column = static_cast<long>(column);
-    const wchar_t* text = XmlLiteFaultText(hr);
-    fault.reason = text != NULL ? CString(text) : SystemText(hr);
+    fault.reason = XmlFaultText(hr);
     return true;
 }
 
