@@ -33,6 +33,7 @@ demo: build
 	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe render Z:$(CURDIR)/samples/settings-dialog.xml \
 	    -o Z:$(abspath $(BUILD))/preview-settings-dialog.png
 	@echo "picture of the settings dialog: $(BUILD)/preview-settings-dialog.png"
+	$(WINE_RUN) $(BUILD)/bin/tesvorutil.exe lint $(addprefix Z:$(CURDIR)/,$(wildcard samples/*.xml))
 
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
