@@ -1,11 +1,13 @@
 // Times the UI description reader on generated descriptions:
 //   reader_bench DIR COUNT...   reads DIR\controls-COUNT.xml for each COUNT
 // and prints, per size, the DOM load (Open), the building of every record
-// (GetDialogData, both schema getters, the string table) and their ratio.
+// (GetDialogData, both schema getters, the string table) and their ratio, and
+// the linting of the same file (uilint::LintFile) against the DOM load.
 // Each figure is the best of several runs: at least kMinRuns, and for the small
 // sizes as many more as fit in kMinSeconds, so that a busy machine disturbs the
 // short measurements less.
 #include <TesvorUtil.h>
+#include <UILint.h>
 #include <objbase.h>
 #include <cstdio>
 #include <cwchar>
@@ -66,15 +68,15 @@ int wmain(int argc, wchar_t** argv)
         return 2;
     }
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    std::printf("%8s %12s %12s %8s\n", "controls", "load ms", "build ms", "ratio");
-    double previousBuild = 0;
+    std::printf("%8s %12s %12s %8s %12s %10s\n", "controls", "load ms", "build ms", "ratio", "lint ms", "lint/load");
+    double previousBuild = 0, previousLint = 0;
     int previousCount = 0;
     int status = 0;
     for (int i = 2; i < argc; ++i) {
         const int count = _wtoi(argv[i]);
         CString path;
         path.Format(L"%s\\controls-%d.xml", argv[1], count);
-        double bestLoad = 1e9, bestBuild = 1e9;
+        double bestLoad = 1e9, bestBuild = 1e9, bestLint = 1e9;
         const double sizeStart = Seconds();
         for (int run = 0; run < kMaxRuns && (run < kMinRuns || Seconds() - sizeStart < kMinSeconds); ++run) {
             MCXMLReader reader;
@@ -90,14 +92,25 @@ int wmain(int argc, wchar_t** argv)
                 break;
             }
             reader.Close();
+            start = Seconds();
+            const uilint::Report report = uilint::LintFile(path);
+            const double lint = Seconds() - start;
+            if (!report.readable) {
+                std::fwprintf(stderr, L"cannot lint %ls\n", static_cast<const wchar_t*>(path));
+                return 1;
+            }
             bestLoad = load < bestLoad ? load : bestLoad;
             bestBuild = build < bestBuild ? build : bestBuild;
+            bestLint = lint < bestLint ? lint : bestLint;
         }
-        std::printf("%8d %12.2f %12.2f %8.2f", count, bestLoad * 1000, bestBuild * 1000, bestBuild / bestLoad);
+        std::printf("%8d %12.2f %12.2f %8.2f %12.2f %10.2f", count, bestLoad * 1000, bestBuild * 1000,
+                    bestBuild / bestLoad, bestLint * 1000, bestLint / bestLoad);
         if (previousCount > 0)
-            std::printf("   build x%.1f for x%d controls", bestBuild / previousBuild, count / previousCount);
+            std::printf("   build x%.1f, lint x%.1f for x%d controls", bestBuild / previousBuild, bestLint / previousLint,
+                        count / previousCount);
         std::printf("\n");
         previousBuild = bestBuild;
+        previousLint = bestLint;
         previousCount = count;
     }
     CoUninitialize();
