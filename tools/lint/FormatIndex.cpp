@@ -13,6 +13,7 @@ void AddAttributes(const MDUIElement& element, ElementInfo& info)
         info.indexOf.emplace(attribute.name, static_cast<int>(info.attributes.size()));
         info.attributes.push_back(&attribute);
         info.attributeNames.push_back(attribute.name);
+        info.flags |= attribute.flags;
         info.placed = info.placed || attribute.syntax == UISyntaxRect || attribute.syntax == UISyntaxRectEx;
     }
 }

@@ -14,6 +14,7 @@ struct ElementInfo {
     std::unordered_map<std::wstring, int> indexOf;  // attribute name -> index in `attributes`
     std::vector<const wchar_t*> attributeNames;
     std::vector<const wchar_t*> childNames;
+    DWORD flags = 0;                    // every flag of its attributes
     bool isGroup = false;               // no attributes: the reader looks through it to its children
     bool hasRepeatingChildren = false;
     bool placed = false;                // it has a rectangle

@@ -2,7 +2,9 @@
 #pragma once
 #include "UILint.h"
 #include <MNUIFormat.h>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace uilint {
@@ -46,6 +48,10 @@ ReadValue CheckValue(const WrittenAttribute& attribute, FindingList& findings, b
 
 // The value that the reader compares for keys and identifiers, without findings.
 std::wstring KeyOf(const MDUIAttribute& attribute, const std::wstring& value);
+
+// The parts of a message in one string, allocated once: a rule may fire for
+// every control of a large description.
+std::wstring Join(std::initializer_list<std::wstring_view> parts);
 
 // text in double quotes
 std::wstring Quoted(const std::wstring& text);

@@ -29,8 +29,8 @@ bool IsNumber(MEUIValueSyntax syntax)
 
 std::wstring RectText(const int (&rect)[4])
 {
-    return std::to_wstring(rect[0]) + L"," + std::to_wstring(rect[1]) + L"," + std::to_wstring(rect[2]) + L"," +
-           std::to_wstring(rect[3]);
+    return Join({std::to_wstring(rect[0]), L",", std::to_wstring(rect[1]), L",", std::to_wstring(rect[2]), L",",
+                 std::to_wstring(rect[3])});
 }
 
 // The words for a name the format does not have at its place.
@@ -271,14 +271,15 @@ private:
             const wchar_t* name = info.attributes[j]->name;
             if ((flags & UIAttributeIgnoredUnderSkinPath) != 0 && skinPath != nullptr) {
                 m_findings.Add(*attribute, RuleIgnoredUnderSkinPath,
-                               Named(name) + L" is not read because " + Named(skinPath->name.c_str()) +
-                                   L" is set; the reader leaves it at " + info.attributes[j]->defaultValue);
+                               Join({L"'", name, L"' is not read because '", skinPath->name,
+                                     L"' is set; the reader leaves it at ", info.attributes[j]->defaultValue}));
                 continue;
             }
             if ((flags & UIAttributeOnlyWithoutPrevious) != 0 && j > 0 && m_read[j - 1]) {
+                const wchar_t* previous = info.attributes[j - 1]->name;
                 m_findings.Add(*attribute, RuleConflictingAttributes,
-                               Named(name) + L" is not read because " + Named(info.attributes[j - 1]->name) +
-                                   L" is given; the reader takes " + Named(info.attributes[j - 1]->name));
+                               Join({L"'", name, L"' is not read because '", previous, L"' is given; the reader takes '",
+                                     previous, L"'"}));
                 continue;
             }
             m_values[j] = CheckValue(*attribute, m_findings,
@@ -287,9 +288,9 @@ private:
             if ((flags & UIAttributeReplacesPrevious) != 0 && j > 0 && m_read[j - 1] && m_values[j - 1].acceptable &&
                 m_values[j].acceptable)
                 m_findings.Add(*m_present[j - 1], RuleConflictingAttributes,
-                               L"both " + Named(info.attributes[j - 1]->name) + L" and " + Named(name) +
-                                   L" are given: the reader takes " + Named(name) + L" and ignores " +
-                                   Named(info.attributes[j - 1]->name));
+                               Join({L"both '", info.attributes[j - 1]->name, L"' and '", name,
+                                     L"' are given: the reader takes '", name, L"' and ignores '",
+                                     info.attributes[j - 1]->name, L"'"}));
         }
 
         OpenElement* parent = m_open.empty() ? nullptr : &m_open.back();
@@ -336,7 +337,7 @@ private:
     // Entries the reader skips, tables it stops reading, and keys it has seen.
     void CheckEntry(const OpenElement& open, const ElementInfo& info, const OpenElement* parent)
     {
-        if (parent == nullptr)
+        if (parent == nullptr || (info.flags & (UIAttributeKey | UIAttributeRequired | UIAttributeUnacceptableEndsTable)) == 0)
             return;
         std::wstring scopeWords;
         const TableId table(parent->described, open.described, open.keyScope, ScopeOf(info, &scopeWords));
@@ -456,10 +457,10 @@ private:
         if (r[0] >= 0 && r[1] >= 0 && r[2] <= width && r[3] <= height)
             return;
         m_findings.Add(*from, RuleOutsideWindow,
-                       L"the " + Named(open.name.c_str()) + L" at " + RectText(open.rect) +
-                           L" (left,top,right,bottom) reaches outside its " + Named(parent->name.c_str()) +
-                           L", which is " + std::to_wstring(width) + L" x " + std::to_wstring(height) +
-                           L"; the reader keeps the rectangle as written, and the part outside is cut off");
+                       Join({L"the '", open.name, L"' at ", RectText(open.rect),
+                             L" (left,top,right,bottom) reaches outside its '", parent->name, L"', which is ",
+                             std::to_wstring(width), L" x ", std::to_wstring(height),
+                             L"; the reader keeps the rectangle as written, and the part outside is cut off"}));
     }
 
     void TextNode(IXmlReader& reader)
