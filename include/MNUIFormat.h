@@ -104,7 +104,8 @@ struct MDUIAttribute {
 struct MDUIElement {
     const wchar_t* name;
     const wchar_t* meaning;
-    const MDUIElement* base;            // an element whose attributes are read first (the window reads a control's)
+    const MDUIElement* base;            // an element whose attributes are read first (the window reads a control's);
+                                        // a base without a name is only such a run of attributes
     const MDUIAttribute* attributes;    // in reading order
     int attributeCount;
     const MDUIElement* const* children;

@@ -269,13 +269,15 @@ const MDUIAttribute kImageListAttributes[] = {
 
 const MDUIAttribute kIconImageAttributes[] = {
     {N::id, UISyntaxText, nullptr, L"",
-     L"name of the icon; the first image of a name stays, and an image without it is skipped", UIAttributeKey},
+     L"name of the icon; the first image of a name stays, and an image without it is skipped",
+     UIAttributeKey | UIAttributeRequired},
     {N::index, UISyntaxSigned, nullptr, L"0", L"position of the image in the strip, from 0", 0},
 };
 
 const MDUIAttribute kCursorImageAttributes[] = {
     {N::id, UISyntaxText, nullptr, L"",
-     L"name of the cursor; the first image of a name stays, and an image without it is skipped", UIAttributeKey},
+     L"name of the cursor; the first image of a name stays, and an image without it is skipped",
+     UIAttributeKey | UIAttributeRequired},
     {N::index, UISyntaxSigned, nullptr, L"0", L"position of the image in the strip, from 0", 0},
     {N::hotx, UISyntaxSigned, nullptr, L"0", L"the cursor's hot spot, pixels from the image's left edge", 0},
     {N::hoty, UISyntaxSigned, nullptr, L"0", L"the cursor's hot spot, pixels from the image's top edge", 0},
@@ -296,10 +298,11 @@ const MDUIElement kSchemaFont =
     ELEMENT(N::font, L"a named font schema", nullptr, kSchemaFontAttributes, kFontChildren, true);
 
 const MDUIElement* const kControlChildren[] = {&kFont};
-const MDUIElement kControlHead = LEAF(N::control, L"a control's schema reference", kControlSchemaReference, false);
+// Parts without a name: the attributes a control starts with.
+const MDUIElement kControlHead = LEAF(L"", L"a control's schema reference", kControlSchemaReference, false);
 const MDUIElement kControl =
     ELEMENT(N::control, L"one control of the window", &kControlHead, kControlAttributes, kControlChildren, true);
-const MDUIElement kSchemaControlHead = LEAF(N::control, L"a control schema's name", kControlSchemaName, false);
+const MDUIElement kSchemaControlHead = LEAF(L"", L"a control schema's name", kControlSchemaName, false);
 const MDUIElement kSchemaControl = ELEMENT(N::control, L"a named control schema", &kSchemaControlHead,
                                            kControlAttributes, kControlChildren, true);
 const MDUIElement kFooter = LEAF(N::footer, L"the window's footer", kFooterAttributes, false);

@@ -41,7 +41,7 @@ void WriteElement(Writer& out, const wchar_t* key, const MDUIElement& element)
     out.String(L"name", element.name);
     out.String(L"meaning", element.meaning);
     // The attributes below include the base's, which come first.
-    if (element.base != nullptr)
+    if (element.base != nullptr && element.base->name[0] != L'\0')
         out.String(L"base", element.base->name);
     out.Bool(L"repeats", element.repeats);
     out.Begin(L"attributes", true);
