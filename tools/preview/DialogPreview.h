@@ -57,6 +57,9 @@ private:
     std::map<const MCUIDataControl*, std::unique_ptr<CBitmap>> m_pictures;  // of image buttons
 };
 
+// The description's keyword of a control type ("button"); empty when it has none.
+CString TypeName(MEControlType type);
+
 // The largest window side the preview builds, in pixels.
 const int kMaxSide = 8192;
 

@@ -54,17 +54,6 @@ const ControlKind* KindOf(MEControlType type)
     return nullptr;
 }
 
-// The description's keyword of a control type, for the labels of boxes.
-CString TypeName(MEControlType type)
-{
-    const MDUIKeywordTable& types = MNUIFormat::GetKeywordTable(UIKeywordsControlType);
-    for (int i = 0; i < types.count; ++i) {
-        if (types.keywords[i].value == type)
-            return types.keywords[i].text;
-    }
-    return CString();
-}
-
 // An edge moves by its anchor's percentage of the size change.
 int MovedEdge(int edge, LONG anchor, int change) { return edge + ::MulDiv(change, anchor, 100); }
 
@@ -194,6 +183,16 @@ void FillContent(HWND window, MEControlType type, const CString& text)
 }
 
 }  // namespace
+
+CString TypeName(MEControlType type)
+{
+    const MDUIKeywordTable& types = MNUIFormat::GetKeywordTable(UIKeywordsControlType);
+    for (int i = 0; i < types.count; ++i) {
+        if (types.keywords[i].value == type)
+            return types.keywords[i].text;
+    }
+    return CString();
+}
 
 CSize ClampToLimits(CSize size, const MCUIDataControl& limits)
 {
