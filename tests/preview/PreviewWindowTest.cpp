@@ -89,6 +89,7 @@ TEST_F(PreviewWindowTest, EachControlIsTheStandardControlOfItsType)
         {L"IDC_TABS", L"TesvorPreviewBox", L"tabbar IDC_TABS", true, true},
         {L"IDC_PICTURE", L"TesvorPreviewBox", L"imagebutton IDC_PICTURE", true, true},
     };
+    window.Show();  // the controls are built hidden
     for (const Shown& expected : shown) {
         HWND control = Control(expected.ids);
         wchar_t text[64] = L"", windowClass[64] = L"";

@@ -76,7 +76,9 @@ CRect LayoutRect(const MCUIDataControl& control, CSize natural, CSize size);
 CSize ClampToLimits(CSize size, const MCUIDataControl& limits);
 
 // The preview window: a top-level window whose client area is the dialog, one
-// child window per described control. Created hidden.
+// child window per described control. Created hidden, and its controls too: a
+// picture is printed from the windows as they are, and only Show puts them on the
+// screen, so that building and printing cause no drawing there.
 class PreviewWindow {
 public:
     PreviewWindow();
@@ -90,6 +92,8 @@ public:
     // Gives the client area `size`, held within the window's own limits, and lays
     // the controls out in one batch. Returns the size given.
     CSize Resize(CSize size);
+    // Shows the window with the controls the description shows.
+    void Show();
     // Shows the window and runs its messages until it is closed; the exit code of
     // the message loop.
     int RunUntilClosed();
@@ -97,6 +101,10 @@ public:
     HWND Handle() const { return m_window.get(); }
     // The child window of model.controls[index].
     HWND ControlWindow(size_t index) const { return m_controls[index]; }
+    // Whether model.controls[index] is shown with the window (its record's "visible").
+    bool IsShown(size_t index) const;
+    // False when that control's class never makes child windows of its own.
+    bool MayHaveChildren(size_t index) const;
     const DialogModel& Model() const { return *m_model; }
 
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -113,7 +121,16 @@ private:
     const DialogModel* m_model = nullptr;
     std::unique_ptr<HWND__, WindowDeleter> m_window;
     std::vector<HWND> m_controls;                    // destroyed with the window
-    std::vector<std::pair<LOGFONTW, std::unique_ptr<CFont>>> m_fonts;  // one per distinct font
+    // A font of the controls, kept selected into a surface of its own while the
+    // window lives. Wine drops a font's glyph data as soon as no surface holds it
+    // (beyond a small cache), and would load it again for each control that sets,
+    // measures or prints it.
+    struct HeldFont {
+        LOGFONTW logFont;
+        CFont font;
+        CDC holder;  // released first
+    };
+    std::vector<std::unique_ptr<HeldFont>> m_fonts;  // one per distinct font
     bool m_running = false;
 };
 

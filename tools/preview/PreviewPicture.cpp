@@ -45,8 +45,8 @@ private:
 };
 
 // Prints a window onto `target` at `position`, over what is already there, then
-// its children, bottom of the z-order first.
-void PrintWindowTree(HWND window, HDC target, POINT position, Scratch& scratch, size_t depth)
+// its visible children, bottom of the z-order first (`children` false: it has none).
+void PrintWindowTree(HWND window, HDC target, POINT position, Scratch& scratch, size_t depth, bool children)
 {
     CRect bounds, client;
     ::GetWindowRect(window, &bounds);
@@ -64,7 +64,7 @@ void PrintWindowTree(HWND window, HDC target, POINT position, Scratch& scratch, 
     ::IntersectClipRect(inside, 0, 0, client.Width(), client.Height());
     ::SendMessageW(window, WM_PRINT, reinterpret_cast<WPARAM>(inside), PRF_CLIENT | PRF_ERASEBKGND);
     ::RestoreDC(inside, saved);
-    HWND top = ::GetWindow(window, GW_CHILD);  // most controls have none: one query
+    HWND top = children ? ::GetWindow(window, GW_CHILD) : nullptr;
     for (HWND child = top != nullptr ? ::GetWindow(top, GW_HWNDLAST) : nullptr; child != nullptr;
          child = ::GetWindow(child, GW_HWNDPREV)) {
         if ((::GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE) == 0)
@@ -72,7 +72,7 @@ void PrintWindowTree(HWND window, HDC target, POINT position, Scratch& scratch, 
         CRect childBounds;
         ::GetWindowRect(child, &childBounds);
         PrintWindowTree(child, inside, {childBounds.left - clientOrigin.x, childBounds.top - clientOrigin.y}, scratch,
-                        depth + 1);
+                        depth + 1, true);
     }
     ::BitBlt(target, clientPosition.x, clientPosition.y, client.Width(), client.Height(), inside, 0, 0, SRCCOPY);
 }
@@ -176,13 +176,15 @@ bool RenderPng(const PreviewWindow& window, const wchar_t* path, bool outline, C
         return false;
     }
     // Only the client area, as the program draws the dialog (without this system's
-    // frame); the controls in document order, a later one over an earlier one.
+    // frame); the controls in document order, a later one over an earlier one, each
+    // as the window shows it, whether shown yet or not.
     ::SendMessageW(window.Handle(), WM_PRINT, reinterpret_cast<WPARAM>(surface.GetSafeHdc()), PRF_ERASEBKGND);
     Scratch scratch(surface.GetSafeHdc(), client.Size());
     for (size_t i = 0; i < window.Model().controls.size(); ++i) {
         HWND control = window.ControlWindow(i);
-        if ((::GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0)
-            PrintWindowTree(control, surface.GetSafeHdc(), RectInParent(control).TopLeft(), scratch, 0);
+        if (window.IsShown(i))
+            PrintWindowTree(control, surface.GetSafeHdc(), RectInParent(control).TopLeft(), scratch, 0,
+                            window.MayHaveChildren(i));
     }
     if (outline)
         DrawOutlines(window, surface.GetSafeHdc());

@@ -16,33 +16,36 @@ const wchar_t kBoxClass[] = L"TesvorPreviewBox";
 const int kMaxTrack = kMaxSide + 256;
 
 // How a described control type is built: a standard window class with its styles,
-// or (class null) a labelled box.
+// or (class null) a labelled box. `parent`: the class may make child windows of its
+// own (a list view's header, a tab's arrows), which a picture then prints too.
 struct ControlKind {
     MEControlType type;
     const wchar_t* windowClass;
     DWORD style;
     DWORD exStyle;
+    bool parent;
 };
 
 const ControlKind kKinds[] = {
-    {MEControlTypeButton, L"BUTTON", BS_PUSHBUTTON | WS_TABSTOP, 0},
-    {MEControlTypeEdit, L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE},
-    {MEControlTypeListBox, L"LISTBOX", LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE},
-    {MEControlTypeListView, WC_LISTVIEWW, LVS_LIST | WS_TABSTOP, WS_EX_CLIENTEDGE},
-    {MEControlTypeCheckBox, L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, 0},
-    {MEControlTypeRadioButton, L"BUTTON", BS_AUTORADIOBUTTON | WS_TABSTOP, 0},
-    {MEControlTypeSlider, TRACKBAR_CLASSW, TBS_AUTOTICKS | WS_TABSTOP, 0},
+    {MEControlTypeButton, L"BUTTON", BS_PUSHBUTTON | WS_TABSTOP, 0, false},
+    {MEControlTypeEdit, L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, false},
+    {MEControlTypeListBox, L"LISTBOX", LBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, false},
+    {MEControlTypeListView, WC_LISTVIEWW, LVS_LIST | WS_TABSTOP, WS_EX_CLIENTEDGE, true},
+    {MEControlTypeCheckBox, L"BUTTON", BS_AUTOCHECKBOX | WS_TABSTOP, 0, false},
+    {MEControlTypeRadioButton, L"BUTTON", BS_AUTORADIOBUTTON | WS_TABSTOP, 0, false},
+    {MEControlTypeSlider, TRACKBAR_CLASSW, TBS_AUTOTICKS | WS_TABSTOP, 0, false},
     // The described height is the dropped list's, exactly: no rounding to whole items.
-    {MEControlTypeComboBox, L"COMBOBOX", CBS_DROPDOWNLIST | CBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP, 0},
-    {MEControlTypeComboBoxEx, WC_COMBOBOXEXW, CBS_DROPDOWNLIST | WS_TABSTOP, 0},
-    {MEControlTypeGroupBox, L"BUTTON", BS_GROUPBOX, 0},
-    {MEControlTypeStatic, L"STATIC", SS_LEFT, 0},
-    {MEControlTypeStdTab, WC_TABCONTROLW, WS_TABSTOP, 0},
-    {MEControlTypeRichEdit, RICHEDIT_CLASSW, ES_MULTILINE | WS_TABSTOP, WS_EX_CLIENTEDGE},
-    {MEControlTypeLinkControl, WC_LINK, WS_TABSTOP, 0},
-    {MEControlTypeProgressBar, PROGRESS_CLASSW, 0, 0},
-    {MEControlTypeDayTimeControl, DATETIMEPICK_CLASSW, WS_TABSTOP, 0},
-    {MEControlTypeImageButton, L"BUTTON", BS_PUSHBUTTON | BS_BITMAP | WS_TABSTOP, 0},
+    // The list is a pop-up window, not a child.
+    {MEControlTypeComboBox, L"COMBOBOX", CBS_DROPDOWNLIST | CBS_NOINTEGRALHEIGHT | WS_VSCROLL | WS_TABSTOP, 0, false},
+    {MEControlTypeComboBoxEx, WC_COMBOBOXEXW, CBS_DROPDOWNLIST | WS_TABSTOP, 0, true},
+    {MEControlTypeGroupBox, L"BUTTON", BS_GROUPBOX, 0, false},
+    {MEControlTypeStatic, L"STATIC", SS_LEFT, 0, false},
+    {MEControlTypeStdTab, WC_TABCONTROLW, WS_TABSTOP, 0, true},
+    {MEControlTypeRichEdit, RICHEDIT_CLASSW, ES_MULTILINE | WS_TABSTOP, WS_EX_CLIENTEDGE, true},
+    {MEControlTypeLinkControl, WC_LINK, WS_TABSTOP, 0, false},
+    {MEControlTypeProgressBar, PROGRESS_CLASSW, 0, 0, false},
+    {MEControlTypeDayTimeControl, DATETIMEPICK_CLASSW, WS_TABSTOP, 0, true},
+    {MEControlTypeImageButton, L"BUTTON", BS_PUSHBUTTON | BS_BITMAP | WS_TABSTOP, 0, false},
 };
 
 const ControlKind* KindOf(MEControlType type)
@@ -254,9 +257,8 @@ HWND PreviewWindow::CreateControl(const PreviewControl& control, CRect rect)
     if (record.eType == MEControlTypeImageButton && picture == nullptr)
         kind = nullptr;
 
+    // Hidden until the window is shown (see Show), so that building draws nothing.
     DWORD style = WS_CHILD | (kind != nullptr ? kind->style : 0);
-    if (record.bVisible)
-        style |= WS_VISIBLE;
     if (!record.bEnabled || record.eState == MEControlStateDisabled)
         style |= WS_DISABLED;
     if (record.eType == MEControlTypeSlider && rect.Height() > rect.Width())
@@ -305,14 +307,17 @@ HFONT PreviewWindow::FontFor(const PreviewControl& control)
                                                                       : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
     const LOGFONTW& logFont = control.font.logFont;
     for (const auto& font : m_fonts) {
-        if (std::memcmp(&font.first, &logFont, sizeof(LOGFONTW)) == 0)
-            return static_cast<HFONT>(font.second->GetSafeHandle());
+        if (std::memcmp(&font->logFont, &logFont, sizeof(LOGFONTW)) == 0)
+            return static_cast<HFONT>(font->font.GetSafeHandle());
     }
-    auto font = std::make_unique<CFont>();
-    if (!font->CreateFontIndirect(&logFont))
+    auto font = std::make_unique<HeldFont>();
+    font->logFont = logFont;
+    if (!font->font.CreateFontIndirect(&logFont))
         return static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-    m_fonts.emplace_back(logFont, std::move(font));
-    return static_cast<HFONT>(m_fonts.back().second->GetSafeHandle());
+    if (font->holder.Attach(::CreateCompatibleDC(nullptr)))
+        ::SelectObject(font->holder, font->font.GetSafeHandle());
+    m_fonts.push_back(std::move(font));
+    return static_cast<HFONT>(m_fonts.back()->font.GetSafeHandle());
 }
 
 CSize PreviewWindow::Resize(CSize size)
@@ -359,10 +364,27 @@ void PreviewWindow::AddToolTips()
     }
 }
 
+bool PreviewWindow::IsShown(size_t index) const { return m_model->controls[index].record->bVisible; }
+
+bool PreviewWindow::MayHaveChildren(size_t index) const
+{
+    const ControlKind* kind = KindOf(m_model->controls[index].record->eType);
+    return kind != nullptr && kind->parent;
+}
+
+void PreviewWindow::Show()
+{
+    for (size_t i = 0; i < m_controls.size(); ++i) {
+        if (IsShown(i))
+            ::ShowWindow(m_controls[i], SW_SHOWNA);
+    }
+    ::ShowWindow(Handle(), SW_SHOW);
+}
+
 int PreviewWindow::RunUntilClosed()
 {
     AddToolTips();
-    ::ShowWindow(Handle(), SW_SHOW);
+    Show();
     m_running = true;
     MSG message;
     int result;
