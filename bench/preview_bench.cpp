@@ -6,7 +6,7 @@
 // processor time the process spent in the best render is shown beside it, so that
 // the rest, the time spent waiting (mostly on the Wine server), shows too. Then the
 // render's time by control type: the same dialog with the controls of one type
-// only, built and printed once each.
+// only.
 #include <DialogPreview.h>
 #include <objbase.h>
 #include <algorithm>
@@ -38,7 +38,23 @@ struct Best {
     void Keep(double value) { seconds = value < seconds ? value : seconds; }
 };
 
-// Renders `model` with only the controls of each type in turn.
+// Builds `window` of `model` and writes its picture to `png`: the seconds each took
+// (the window is destroyed by the caller, outside the time taken).
+bool Render(preview::PreviewWindow& window, const preview::DialogModel& model, const wchar_t* png, double& create,
+            double& picture, CString& error)
+{
+    const double start = Seconds();
+    if (!window.Create(model, error))
+        return false;
+    const double built = Seconds();
+    if (!preview::RenderPng(window, png, false, error))
+        return false;
+    create = built - start;
+    picture = Seconds() - built;
+    return true;
+}
+
+// Renders `model` with only the controls of each type in turn, best of kRuns.
 void RenderByType(preview::DialogModel& model, const wchar_t* png)
 {
     const std::vector<preview::PreviewControl> all = model.controls;
@@ -52,16 +68,18 @@ void RenderByType(preview::DialogModel& model, const wchar_t* png)
         model.controls.clear();
         std::copy_if(all.begin(), all.end(), std::back_inserter(model.controls),
                      [type](const preview::PreviewControl& control) { return control.record->eType == type; });
-        preview::PreviewWindow window;
+        Best create, picture;
         CString error;
-        const double start = Seconds();
-        if (!window.Create(model, error))
-            break;
-        const double built = Seconds();
-        if (!preview::RenderPng(window, png, false, error))
-            break;
+        for (int run = 0; run < kRuns; ++run) {
+            preview::PreviewWindow window;
+            double created, pictured;
+            if (!Render(window, model, png, created, pictured, error))
+                return;
+            create.Keep(created);
+            picture.Keep(pictured);
+        }
         std::printf("%12ls %8zu %10.1f %10.1f\n", static_cast<const wchar_t*>(preview::TypeName(type)),
-                    model.controls.size(), (built - start) * 1000, (Seconds() - built) * 1000);
+                    model.controls.size(), create.seconds * 1000, picture.seconds * 1000);
     }
 }
 
@@ -81,7 +99,6 @@ int wmain(int argc, wchar_t** argv)
     for (int run = 0; run < kRuns && status == 0; ++run) {
         MCXMLReader reader;
         preview::DialogModel model;
-        preview::PreviewWindow window;
         CString error;
         const double start = Seconds();
         if (reader.Open(argv[1], 0) != S_OK) {
@@ -97,22 +114,21 @@ int wmain(int argc, wchar_t** argv)
         }
         const double read = Seconds();
         const double processor = ProcessorSeconds();
-        const bool created = window.Create(model, error);
-        const double built = Seconds();
-        if (!created || !preview::RenderPng(window, argv[2], false, error)) {
+        preview::PreviewWindow window;
+        double created, pictured;
+        if (!Render(window, model, argv[2], created, pictured, error)) {
             std::fwprintf(stderr, L"cannot render: %ls\n", static_cast<const wchar_t*>(error));
             status = 1;
             break;
         }
-        const double rendered = Seconds();
         controls = model.controls.size();
         load.Keep(loaded - start);
         records.Keep(read - loaded);
-        create.Keep(built - read);
-        picture.Keep(rendered - built);
-        if (rendered - read < render.seconds)
+        create.Keep(created);
+        picture.Keep(pictured);
+        if (created + pictured < render.seconds)
             renderProcessor = ProcessorSeconds() - processor;
-        render.Keep(rendered - read);
+        render.Keep(created + pictured);
     }
     if (status == 0) {
         std::printf("%8s %10s %10s %10s %10s %10s %10s %7s\n", "controls", "load ms", "records ms", "create ms",
