@@ -2,71 +2,8 @@
 // checked through the golden case keywords.xml (see golden_dumps.py).
 #include "ReaderTestAccess.h"
 #include <functional>
-#include <string>
-
-typedef MCXMLReaderTestAccess Access;
 
 namespace {
-
-enum class Kind { Bstr, Text, Bool, Dword, Byte, Char, Long, Int, Rgb, Argb, Rect, Colour, RectEx };
-
-std::string Show(const wchar_t* text)
-{
-    std::string out;
-    for (; text != NULL && *text; ++text)
-        out += *text < 0x80 ? static_cast<char>(*text) : '?';
-    return out;
-}
-std::string Show(const std::string& text) { return text; }
-std::string Show(bool value) { return value ? "true" : "false"; }
-std::string Show(char value) { return std::to_string(static_cast<signed char>(value)); }
-std::string Show(long long value) { return std::to_string(value); }
-std::string Show(const CRect& rc)
-{
-    return std::to_string(rc.left) + "," + std::to_string(rc.top) + "," + std::to_string(rc.right) + "," +
-           std::to_string(rc.bottom);
-}
-template <class Colour>
-std::string ShowBytes(const Colour& colour)  // memory order
-{
-    std::string out;
-    for (size_t i = 0; i < sizeof colour; ++i)
-        out += (i ? "," : "") + std::to_string(reinterpret_cast<const BYTE*>(&colour)[i]);
-    return out;
-}
-
-template <class T>
-std::string Outcome(HRESULT hr, const T& out)
-{
-    return (hr == S_OK ? "S_OK:" : hr == S_FALSE ? "S_FALSE:" : "FAILED:") + Show(out);
-}
-
-// Reads attribute `name` with the reader of `kind`, from a recognisable output value.
-std::string ReadAs(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& a, const _bstr_t& name, Kind kind)
-{
-    switch (kind) {
-    case Kind::Bstr: { _bstr_t out(L"before"); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<const wchar_t*>(out)); }
-    case Kind::Text: { CString out(L"before"); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<const wchar_t*>(out)); }
-    case Kind::Bool: { bool out = true; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
-    case Kind::Dword: { DWORD out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Byte: { BYTE out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Char: { char out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
-    case Kind::Long: { long out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Int: { int out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Rgb: { MCSkinRGB out = {9, 9, 9}; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, ShowBytes(out)); }
-    case Kind::Argb: { MCSkinARGB out = {9, 9, 9, 9}; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, ShowBytes(out)); }
-    case Kind::Rect: { CRect out(7, 7, 7, 7); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
-    case Kind::RectEx: { CRect out(7, 7, 7, 7); HRESULT hr = Access::ReadRectEx(r, a, name, out); return Outcome(hr, out); }
-    case Kind::Colour: {
-        DWORD out = 0xABCDEF;
-        HRESULT hr = Access::ReadColor(r, a, name, out);
-        char hex[16];
-        snprintf(hex, sizeof hex, "0x%06lX", static_cast<unsigned long>(out));
-        return Outcome(hr, std::string(hex));
-    }
-    }
-    return "?";
-}
 
 struct ParseCase {
     Kind kind;

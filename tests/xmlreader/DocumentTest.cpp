@@ -1,8 +1,6 @@
 // Document access and node queries against Wine's MSXML.
 #include "ReaderTestAccess.h"
 
-typedef MCXMLReaderTestAccess Access;
-
 namespace {
 
 CString DocumentXml(const IXMLDOMDocumentPtr& document)

@@ -39,20 +39,24 @@ std::vector<std::wstring> ListedAttributes(const MDUIElement& element)
     return names;
 }
 
-template <class Map>
-void Free(Map& map)
-{
-    MDeleteMapValues(map);
-}
-
-// One element of the description, a document in which the reader reads every
-// attribute of that element and of no other, and the getter that reads it. A
-// "probe" attribute, which nothing reads, gives an element an attribute map
-// without answering any lookup; keys that gate the rest of an entry are set.
+// One element of the description, the getter that reads it, and the attribute that
+// keeps the getter reading: a "probe", which nothing reads, gives the element an
+// attribute map without answering any lookup; keys that gate the rest of an entry
+// are set instead. The document holds the element at its place and nothing else.
 struct Case {
     std::vector<const wchar_t*> path;
-    const wchar_t* xml;
     std::function<HRESULT(MCXMLReader&)> read;
+    const wchar_t* attribute = L"probe='1'";
+
+    std::wstring Xml() const
+    {
+        std::wstring open = L"<root probe='1'>", close = L"</root>";
+        for (size_t i = 0; i + 1 < path.size(); ++i) {
+            open += L"<" + std::wstring(path[i]) + L">";
+            close = L"</" + std::wstring(path[i]) + L">" + close;
+        }
+        return open + L"<" + path.back() + L" " + attribute + L"/>" + close;
+    }
 };
 
 HRESULT ReadDialog(MCXMLReader& reader)
@@ -62,17 +66,13 @@ HRESULT ReadDialog(MCXMLReader& reader)
 }
 HRESULT ReadFontSchemas(MCXMLReader& reader)
 {
-    MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&> fonts;
-    const HRESULT hr = reader.GetAllFontsSchemaData(fonts);
-    Free(fonts);
-    return hr;
+    OwningMap<MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>> fonts;
+    return reader.GetAllFontsSchemaData(fonts);
 }
 HRESULT ReadControlSchemas(MCXMLReader& reader)
 {
-    MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&> controls;
-    const HRESULT hr = reader.GetAllControlsSchemaDataByType(MEControlTypeWindow, controls);
-    Free(controls);
-    return hr;
+    OwningMap<MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>> controls;
+    return reader.GetAllControlsSchemaDataByType(MEControlTypeWindow, controls);
 }
 HRESULT ReadStrings(MCXMLReader& reader)
 {
@@ -86,56 +86,40 @@ HRESULT ReadNumberedStrings(MCXMLReader& reader)
 }
 HRESULT ReadFreedata(MCXMLReader& reader)
 {
-    MCXMLReader::FreedataSections sections;
-    const HRESULT hr = reader.GetAllFreedataSectionTables(sections);
-    Free(sections);
-    return hr;
+    OwningMap<MCXMLReader::FreedataSections> sections;
+    return reader.GetAllFreedataSectionTables(sections);
 }
 HRESULT ReadScript(MCXMLReader& reader)
 {
     MCUIScriptData script;
     return reader.GetScriptData(script);
 }
-
 template <MEUIImageKind kind>
 HRESULT ReadImageLists(MCXMLReader& reader)
 {
-    MCXMLReader::ImageLists lists;
-    const HRESULT hr = reader.GetImageListsData(kind, lists);
-    Free(lists);
-    return hr;
+    OwningMap<MCXMLReader::ImageLists> lists;
+    return reader.GetImageListsData(kind, lists);
 }
 
 const Case kCases[] = {
-    {{L"window"}, L"<root probe='1'><window probe='1'/></root>", ReadDialog},
-    {{L"window", L"control"}, L"<root probe='1'><window><control probe='1'/></window></root>", ReadDialog},
-    {{L"window", L"footer"}, L"<root probe='1'><window><footer probe='1'/></window></root>", ReadDialog},
-    {{L"window", L"font"}, L"<root probe='1'><window><font probe='1'/></window></root>", ReadDialog},
-    {{L"window", L"control", L"font"}, L"<root probe='1'><window><control><font probe='1'/></control></window></root>",
-     ReadDialog},
-    {{L"window", L"font", L"textstyle"}, L"<root probe='1'><window><font><textstyle probe='1'/></font></window></root>",
-     ReadDialog},
-    {{L"window", L"font", L"logfont"}, L"<root probe='1'><window><font><logfont probe='1'/></font></window></root>",
-     ReadDialog},
-    {{L"fontschema", L"font"}, L"<root probe='1'><fontschema><font probe='1'/></fontschema></root>", ReadFontSchemas},
-    {{L"controlsschema", L"control"}, L"<root probe='1'><controlsschema><control probe='1'/></controlsschema></root>",
-     ReadControlSchemas},
-    {{L"str_table", L"entry"}, L"<root probe='1'><str_table><entry id='a'/></str_table></root>", ReadStrings},
-    {{L"str_table_id", L"entry"}, L"<root probe='1'><str_table_id><entry id='1'/></str_table_id></root>",
-     ReadNumberedStrings},
-    {{L"freedata", L"section"}, L"<root probe='1'><freedata><section probe='1'/></freedata></root>", ReadFreedata},
-    {{L"freedata", L"section", L"entry"}, L"<root probe='1'><freedata><section><entry name='a'/></section></freedata></root>",
-     ReadFreedata},
-    {{L"script"}, L"<root probe='1'><script probe='1'/></root>", ReadScript},
-    {{L"icons", L"imagelist"}, L"<root probe='1'><icons><imagelist probe='1'/></icons></root>",
-     ReadImageLists<MEUIImageKindIcon>},
-    {{L"icons", L"imagelist", L"image"}, L"<root probe='1'><icons><imagelist><image id='a'/></imagelist></icons></root>",
-     ReadImageLists<MEUIImageKindIcon>},
-    {{L"cursors", L"imagelist"}, L"<root probe='1'><cursors><imagelist probe='1'/></cursors></root>",
-     ReadImageLists<MEUIImageKindCursor>},
-    {{L"cursors", L"imagelist", L"image"},
-     L"<root probe='1'><cursors><imagelist><image id='a'/></imagelist></cursors></root>",
-     ReadImageLists<MEUIImageKindCursor>},
+    {{L"window"}, ReadDialog},
+    {{L"window", L"control"}, ReadDialog},
+    {{L"window", L"footer"}, ReadDialog},
+    {{L"window", L"font"}, ReadDialog},
+    {{L"window", L"control", L"font"}, ReadDialog},
+    {{L"window", L"font", L"textstyle"}, ReadDialog},
+    {{L"window", L"font", L"logfont"}, ReadDialog},
+    {{L"fontschema", L"font"}, ReadFontSchemas},
+    {{L"controlsschema", L"control"}, ReadControlSchemas},
+    {{L"str_table", L"entry"}, ReadStrings, L"id='a'"},
+    {{L"str_table_id", L"entry"}, ReadNumberedStrings, L"id='1'"},
+    {{L"freedata", L"section"}, ReadFreedata},
+    {{L"freedata", L"section", L"entry"}, ReadFreedata, L"name='a'"},
+    {{L"script"}, ReadScript},
+    {{L"icons", L"imagelist"}, ReadImageLists<MEUIImageKindIcon>},
+    {{L"icons", L"imagelist", L"image"}, ReadImageLists<MEUIImageKindIcon>, L"id='a'"},
+    {{L"cursors", L"imagelist"}, ReadImageLists<MEUIImageKindCursor>},
+    {{L"cursors", L"imagelist", L"image"}, ReadImageLists<MEUIImageKindCursor>, L"id='a'"},
 };
 
 const MDUIElement* ElementAt(const std::vector<const wchar_t*>& path)
@@ -162,11 +146,12 @@ TEST(FormatAgreement, ReaderLooksUpExactlyTheListedAttributesInOrder)
     std::set<const MDUIElement*> covered;
     for (const Case& c : kCases) {
         const MDUIElement* element = ElementAt(c.path);
-        ASSERT_NE(nullptr, element) << "no such element in the description: " << c.xml;
+        const std::wstring xml = c.Xml();
+        ASSERT_NE(nullptr, element) << "no such element in the description: " << xml;
         covered.insert(element);
 
         MCXMLReader reader;
-        ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(MakeDocument(c.xml)));
+        ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(MakeDocument(xml.c_str())));
         // Every element's attribute map shares the root's function table.
         IXMLDOMNamedNodeMapPtr anyMap = AttributesAt(reader, L"root");
         ASSERT_TRUE(anyMap);
@@ -177,8 +162,8 @@ TEST(FormatAgreement, ReaderLooksUpExactlyTheListedAttributesInOrder)
             g_getNamedItem = reinterpret_cast<GetNamedItemFn>(patch.Original());
             hr = c.read(reader);
         }
-        EXPECT_EQ(S_OK, hr) << c.xml;
-        EXPECT_EQ(ListedAttributes(*element), g_lookups) << c.xml;
+        EXPECT_EQ(S_OK, hr) << xml;
+        EXPECT_EQ(ListedAttributes(*element), g_lookups) << xml;
     }
 
     std::set<const MDUIElement*> described;

@@ -3,6 +3,8 @@
 #include "MCXMLReader.h"
 #include "TestSupport.h"
 #include <gtest/gtest.h>
+#include <cstdio>
+#include <string>
 
 struct MCXMLReaderTestAccess {
     static bool IsOpen(const MCXMLReader& reader) { return reader.m_bOpen; }
@@ -36,6 +38,7 @@ struct MCXMLReaderTestAccess {
     static HRESULT Family(MCXMLReader& r, const _bstr_t& v, BYTE& o) { return r.ResolveFontLogFontFamilyFromAttribute(v, o); }
     static HRESULT WindowType(MCXMLReader& r, bool flag, MEControlWindowType& o) { return r.ResolveControlWindowTypeFromValue(flag, o); }
 };
+typedef MCXMLReaderTestAccess Access;
 
 // A DOM document created outside any reader, holding the given XML text.
 inline IXMLDOMDocumentPtr MakeDocument(const wchar_t* xml)
@@ -57,8 +60,8 @@ inline IXMLDOMNamedNodeMapPtr AttributesAt(MCXMLReader& reader, const wchar_t* p
 {
     IXMLDOMNodePtr node;
     IXMLDOMNamedNodeMapPtr attributes;
-    EXPECT_EQ(S_OK, MCXMLReaderTestAccess::FindNodeInDocument(reader, path, node));
-    MCXMLReaderTestAccess::GetNamedNodeMap(reader, node, attributes);
+    EXPECT_EQ(S_OK, Access::FindNodeInDocument(reader, path, node));
+    Access::GetNamedNodeMap(reader, node, attributes);
     return attributes;
 }
 
@@ -70,3 +73,64 @@ template <class Map>
 struct OwningMap : Map {
     ~OwningMap() { MDeleteMapValues(*this); }
 };
+
+// The typed attribute readers, as text: the result and the output after the call.
+enum class Kind { Bstr, Text, Bool, Dword, Byte, Char, Long, Int, Rgb, Argb, Rect, Colour, RectEx };
+
+inline std::string Show(const wchar_t* text)
+{
+    std::string out;
+    for (; text != NULL && *text; ++text)
+        out += *text < 0x80 ? static_cast<char>(*text) : '?';
+    return out;
+}
+inline std::string Show(const std::string& text) { return text; }
+inline std::string Show(bool value) { return value ? "true" : "false"; }
+inline std::string Show(char value) { return std::to_string(static_cast<signed char>(value)); }
+inline std::string Show(long long value) { return std::to_string(value); }
+inline std::string Show(const CRect& rc)
+{
+    return std::to_string(rc.left) + "," + std::to_string(rc.top) + "," + std::to_string(rc.right) + "," +
+           std::to_string(rc.bottom);
+}
+template <class Colour>
+inline std::string ShowBytes(const Colour& colour)  // memory order
+{
+    std::string out;
+    for (size_t i = 0; i < sizeof colour; ++i)
+        out += (i ? "," : "") + std::to_string(reinterpret_cast<const BYTE*>(&colour)[i]);
+    return out;
+}
+
+template <class T>
+inline std::string Outcome(HRESULT hr, const T& out)
+{
+    return (hr == S_OK ? "S_OK:" : hr == S_FALSE ? "S_FALSE:" : "FAILED:") + Show(out);
+}
+
+// Reads attribute `name` with the reader of `kind`, from a recognisable output value.
+inline std::string ReadAs(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& a, const _bstr_t& name, Kind kind)
+{
+    switch (kind) {
+    case Kind::Bstr: { _bstr_t out(L"before"); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<const wchar_t*>(out)); }
+    case Kind::Text: { CString out(L"before"); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<const wchar_t*>(out)); }
+    case Kind::Bool: { bool out = true; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
+    case Kind::Dword: { DWORD out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
+    case Kind::Byte: { BYTE out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
+    case Kind::Char: { char out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
+    case Kind::Long: { long out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
+    case Kind::Int: { int out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
+    case Kind::Rgb: { MCSkinRGB out = {9, 9, 9}; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, ShowBytes(out)); }
+    case Kind::Argb: { MCSkinARGB out = {9, 9, 9, 9}; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, ShowBytes(out)); }
+    case Kind::Rect: { CRect out(7, 7, 7, 7); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
+    case Kind::RectEx: { CRect out(7, 7, 7, 7); HRESULT hr = Access::ReadRectEx(r, a, name, out); return Outcome(hr, out); }
+    case Kind::Colour: {
+        DWORD out = 0xABCDEF;
+        HRESULT hr = Access::ReadColor(r, a, name, out);
+        char hex[16];
+        snprintf(hex, sizeof hex, "0x%06lX", static_cast<unsigned long>(out));
+        return Outcome(hr, std::string(hex));
+    }
+    }
+    return "?";
+}

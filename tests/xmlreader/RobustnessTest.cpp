@@ -2,9 +2,6 @@
 // gives a result and nothing crashes.
 #include "ReaderTestAccess.h"
 #include <random>
-#include <string>
-
-typedef MCXMLReaderTestAccess Access;
 
 namespace {
 
@@ -53,29 +50,16 @@ TEST(ReaderRobustness, RandomAttributeTexts)
             text = std::wstring(1 << 20, L"7,"[i % 2]) + text;  // a 1 MB value
         ASSERT_EQ(S_OK, element->setAttribute(_bstr_t(L"v"), _variant_t(text.c_str())));
         IXMLDOMNamedNodeMapPtr a;
-        ASSERT_EQ(S_OK, MCXMLReaderTestAccess::GetNamedNodeMap(r, node, a));
+        ASSERT_EQ(S_OK, Access::GetNamedNodeMap(r, node, a));
+        for (int kind = 0; kind <= static_cast<int>(Kind::RectEx); ++kind)  // S_OK or S_FALSE, whatever the text
+            ASSERT_EQ(0u, ReadAs(r, a, L"v", static_cast<Kind>(kind)).rfind("S_", 0)) << "a text of " << text.size();
         const _bstr_t v(text.c_str());
-        _bstr_t bstr;
-        CString string;
-        bool flag;
-        DWORD dword;
-        BYTE byte;
-        char character;
         long number;
-        int integer;
-        MCSkinRGB rgb;
-        MCSkinARGB argb;
-        CRect rect;
+        BYTE byte;
         MEControlType type;
-        const HRESULT results[] = {
-            Access::Read(r, a, L"v", bstr),    Access::Read(r, a, L"v", string),    Access::Read(r, a, L"v", flag),
-            Access::Read(r, a, L"v", dword),   Access::Read(r, a, L"v", byte),      Access::Read(r, a, L"v", character),
-            Access::Read(r, a, L"v", number),  Access::Read(r, a, L"v", integer),   Access::Read(r, a, L"v", rgb),
-            Access::Read(r, a, L"v", argb),    Access::Read(r, a, L"v", rect),      Access::ReadColor(r, a, L"v", dword),
-            Access::ReadRectEx(r, a, L"v", rect), Access::Weight(r, v, number),     Access::Charset(r, v, byte),
-            Access::Quality(r, v, byte),       Access::Family(r, v, byte),          Access::Resolve(r, v, type),
-        };
-        for (HRESULT hr : results)
+        const HRESULT resolved[] = {Access::Weight(r, v, number), Access::Charset(r, v, byte), Access::Quality(r, v, byte),
+                                    Access::Family(r, v, byte), Access::Resolve(r, v, type)};
+        for (HRESULT hr : resolved)
             ASSERT_TRUE(IsResult(hr)) << std::hex << hr << " for a text of " << std::dec << text.size() << " characters";
     }
 }
