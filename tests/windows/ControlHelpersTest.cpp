@@ -151,10 +151,7 @@ TEST_F(ControlHelpers, ComboDropWidthFitsTheLongestItem)
     auto dropWidth = [this](UINT nID) { return static_cast<int>(Send(nID, CB_GETDROPPEDWIDTH)); };
     auto boxWidth = [this](UINT nID) { return ScreenRect(nID).Width(); };
     ASSERT_NE(nullptr, reinterpret_cast<HFONT>(Send(IDC_COMBO, WM_GETFONT)));
-    // Three items in a tall list: no scroll bar; thirty in a short one: room for a scroll bar.
-    ASSERT_GT(WidestItem(IDC_COMBO), boxWidth(IDC_COMBO));
-    MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO);
-    EXPECT_EQ(WidestItem(IDC_COMBO), dropWidth(IDC_COMBO));
+    // Thirty items in a short list: room for a scroll bar (three in a tall one are a row above).
     MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_MANY);
     EXPECT_EQ(WidestItem(IDC_COMBO_MANY) + ::GetSystemMetrics(SM_CXVSCROLL), dropWidth(IDC_COMBO_MANY));
     // No items: the list is as wide as the box, whatever it was before; short items never make it narrower.
@@ -200,26 +197,53 @@ public:
     UINT lastFlags = 0;
 };
 
-TEST_F(ControlHelpers, DeferredMovesThroughWindowObjects)
+// A batch moves nothing until it ends, at its scope end or by EndDeferWindowPos;
+// copies share it, and one failed defer fails every later call of the batch.
+TEST_F(ControlHelpers, DeferredMovesThroughHandlesAndWindowObjects)
 {
     PositionRecorder recorder;
     ASSERT_TRUE(recorder.SubclassDlgItem(IDC_BUTTON, &m_dialog));
     CWnd* pButton = m_dialog.GetDlgItem(IDC_BUTTON);
     ASSERT_EQ(&recorder, pButton);
+    const CRect before = ClientRect(IDC_BUTTON);
     {
         MCDeferPos batch(2);
         EXPECT_TRUE(batch.MoveWindow(pButton, CRect(10, 20, 110, 70), FALSE));
         EXPECT_TRUE(batch.SetWindowPos(m_dialog.GetDlgItem(IDC_STATIC_TEXT), NULL, 5, 6, 30, 40, SWP_NOZORDER));
+        EXPECT_EQ(before, ClientRect(IDC_BUTTON));
     }
     EXPECT_EQ(CRect(10, 20, 110, 70), ClientRect(IDC_BUTTON));
     EXPECT_EQ(CRect(5, 6, 35, 46), ClientRect(IDC_STATIC_TEXT));
     EXPECT_EQ(0x21Cu, recorder.lastFlags & 0x21Cu) << "no z-order, no activation, no owner order, and no redraw";
-    {
-        MCDeferPos batch;
-        EXPECT_TRUE(batch.MoveWindow(pButton, 1, 2, 3, 4, TRUE));
-    }
+
+    MCDeferPos batch;
+    EXPECT_TRUE(batch.MoveWindow(pButton, 1, 2, 3, 4, TRUE));
+    batch.EndDeferWindowPos();
     EXPECT_EQ(CRect(1, 2, 4, 6), ClientRect(IDC_BUTTON));
     EXPECT_EQ(0x214u, recorder.lastFlags & 0x21Cu);
+    EXPECT_FALSE(batch.MoveWindow(pButton, 50, 60, 70, 80, TRUE));
+    batch.EndDeferWindowPos();
+    EXPECT_EQ(CRect(1, 2, 4, 6), ClientRect(IDC_BUTTON));
+
+    MCDeferPos first;
+    ASSERT_TRUE(first.MoveWindow(Control(IDC_BUTTON), 3, 4, 5, 6, TRUE));
+    {
+        MCDeferPos second(first);
+        second.EndDeferWindowPos();
+    }
+    EXPECT_EQ(CRect(3, 4, 8, 10), ClientRect(IDC_BUTTON));
+
+    HWND gone = ::CreateWindowExW(0, L"Static", L"", WS_CHILD, 0, 0, 1, 1, m_dialog.m_hWnd, NULL, NULL, NULL);
+    ::DestroyWindow(gone);
+    {
+        MCDeferPos failed(2);
+        EXPECT_FALSE(failed.MoveWindow(gone, 1, 1, 1, 1, TRUE));
+        EXPECT_FALSE(failed.MoveWindow(Control(IDC_BUTTON), 10, 20, 30, 40, TRUE));
+        EXPECT_FALSE(failed.SetWindowPos(Control(IDC_BUTTON), NULL, 10, 20, 30, 40, SWP_NOZORDER));
+        EXPECT_FALSE(failed.MoveWindow(static_cast<CWnd*>(NULL), CRect(1, 2, 3, 4), TRUE));
+    }
+    EXPECT_EQ(CRect(3, 4, 8, 10), ClientRect(IDC_BUTTON));
+
     // Unsubclassed, the button is a temporary again.
     HWND hButton = recorder.GetSafeHwnd();
     EXPECT_EQ(hButton, recorder.UnsubclassWindow());
@@ -261,7 +285,7 @@ TEST(UIUnitsFontsAndImageLists, AtScreenResolution)
     EXPECT_EQ(nullptr, copy.GetSafeHandle());
 
     CImageList il, missing;
-    ASSERT_TRUE(MUIUtils::CreateValidImageList(il, 201, 16, RGB(255, 0, 255)));  // a strip of three 16x16 images
+    ASSERT_TRUE(MUIUtils::CreateValidImageList(il, IDB_HELPER_STRIP, 16, RGB(255, 0, 255)));  // three 16x16 images
     EXPECT_EQ(3, il.GetImageCount());
     IMAGEINFO info;
     ASSERT_TRUE(il.GetImageInfo(0, &info));

@@ -44,7 +44,7 @@ struct Tree {
 
 }  // namespace
 
-TEST(WinTreeEnumerator, VisitsEveryDescendantDepthFirst)
+TEST(WinTreeEnumerator, VisitsEveryDescendantDepthFirstUntilStopped)
 {
     Tree tree;
     MCWinTreeEnumerator enumerator;
@@ -60,12 +60,8 @@ TEST(WinTreeEnumerator, VisitsEveryDescendantDepthFirst)
     EXPECT_FALSE(ctx.setCtxInside) << "refused while walking";
     EXPECT_FALSE(enumerator.IsEnumerating());
     EXPECT_EQ(&ctx, enumerator.GetEnumCtx());
-}
 
-TEST(WinTreeEnumerator, AbortsAndOtherAnswersStopTheWalk)
-{
-    Tree tree;
-    MCWinTreeEnumerator enumerator;
+    // An abort, or any answer other than "continue", stops the walk unfinished.
     RecordingCtx aborting(tree.root, nullptr), other(tree.root, nullptr), fromInside(tree.root, &enumerator);
     aborting.actAt = 3;
     aborting.action = EnumActionAbort;
