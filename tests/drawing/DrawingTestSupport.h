@@ -2,6 +2,7 @@
 // watching the GDI handle table.
 #pragma once
 #include <afxcmn.h>
+#include <gtest/gtest.h>
 #include <algorithm>
 #include <memory>
 #include <type_traits>
@@ -50,6 +51,30 @@ inline Pixels ReadPixels(HBITMAP hBitmap)
     for (const RGBQUAD& q : quads)
         result.data.push_back(RGB(q.rgbRed, q.rgbGreen, q.rgbBlue));
     return result;
+}
+
+// Checks every pixel of a bitmap against `expected(x, y)`.
+template <class Expected>
+void ExpectPixels(HBITMAP hBitmap, int width, int height, Expected expected)
+{
+    Pixels pixels = ReadPixels(hBitmap);
+    ASSERT_EQ(width, pixels.width);
+    ASSERT_EQ(height, pixels.height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            ASSERT_EQ(expected(x, y), pixels.At(x, y)) << x << "," << y;
+}
+
+// The whole content of a file; empty when it cannot be read.
+inline std::vector<BYTE> FileBytes(const wchar_t* path)
+{
+    std::vector<BYTE> bytes;
+    CFile file;
+    if (file.Open(path, CFile::modeRead)) {
+        bytes.resize(static_cast<size_t>(file.GetLength()));
+        bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
+    }
+    return bytes;
 }
 
 // The highest GDI handle-table slot among a few fresh objects. GetGuiResources

@@ -8,7 +8,12 @@ namespace {
 int* volatile g_nowhere = nullptr;
 volatile int g_zero = 0;
 
-TEST(FaultGuard, CatchesMachineFaultsAndReportsThem)
+DWORD WINAPI FaultOnOtherThread(LPVOID)
+{
+    return RunWithFaultGuard([] { *g_nowhere = 3; }) ? 1 : 0;
+}
+
+TEST(FaultGuard, CatchesMachineFaultsAnywhereAndReportsThem)
 {
     DWORD code = 1;
     bool reached = false;
@@ -29,15 +34,8 @@ TEST(FaultGuard, CatchesMachineFaultsAndReportsThem)
     EXPECT_THROW(RunWithFaultGuard([] { throw std::runtime_error("x"); }), std::runtime_error);
     EXPECT_TRUE(RunWithFaultGuard([] {}));
     EXPECT_TRUE(::IsBadReadPtr(g_nowhere, 4)) << "outside a guard, system code still handles its own faults";
-}
 
-DWORD WINAPI FaultOnOtherThread(LPVOID)
-{
-    return RunWithFaultGuard([] { *g_nowhere = 3; }) ? 1 : 0;
-}
-
-TEST(FaultGuard, NestedRepeatedAndOnEveryThread)
-{
+    // Nested, repeated, and on another thread.
     bool innerResult = true, afterInner = false;
     EXPECT_TRUE(RunWithFaultGuard([&] {
         innerResult = RunWithFaultGuard([] { *g_nowhere = 1; });

@@ -101,9 +101,7 @@ TEST(ImageUtils, OverlayGoesToTheBottomRightCornerOrNowhere)
     MCDC target(32, 32);
     target.Fill(kGreen);
     ASSERT_TRUE(::DrawIconEx(target.m_hDC, 0, 0, hIcon, 32, 32, 0, NULL, DI_NORMAL));
-    for (int y = 0; y < 32; ++y)
-        for (int x = 0; x < 32; ++x)
-            ASSERT_EQ(target.GetPixel(x, y), (x >= 16 && y >= 16) ? kBlue : kRed) << x << "," << y;
+    ExpectPixels(target.GetBitmap(), 32, 32, [](int x, int y) { return x >= 16 && y >= 16 ? kBlue : kRed; });
 
     // Repeated overlays leave no GDI objects behind.
     for (int round = 0; round < 2; ++round) {
@@ -131,11 +129,7 @@ TEST(ImageUtils, BitmapByIndexDrawsOneImageOverTheBackground)
     HBITMAP hBitmap = reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(1));
     ASSERT_TRUE(MImageUtils::GetBitmapByIndex(list.get(), 1, kGreen, hBitmap));
     UniqueBitmap bitmap(hBitmap);
-    Pixels pixels = ReadPixels(hBitmap);
-    ASSERT_EQ(CSize(4, 4), CSize(pixels.width, pixels.height));
-    for (int y = 0; y < 4; ++y)
-        for (int x = 0; x < 4; ++x)
-            EXPECT_EQ(y < 2 ? kBlue : kGreen, pixels.At(x, y)) << x << "," << y;
+    ExpectPixels(hBitmap, 4, 4, [](int, int y) { return y < 2 ? kBlue : kGreen; });
     hBitmap = reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(1));
     EXPECT_FALSE(MImageUtils::GetBitmapByIndex(NULL, 0, kGreen, hBitmap));
     EXPECT_EQ(hBitmap, nullptr);

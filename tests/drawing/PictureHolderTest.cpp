@@ -12,17 +12,6 @@ namespace {
 
 const COLORREF kWhite = RGB(255, 255, 255);
 
-std::vector<BYTE> FileBytes(const wchar_t* name)
-{
-    std::vector<BYTE> bytes;
-    CFile file;
-    if (file.Open(TestDataPath(name), CFile::modeRead)) {
-        bytes.resize(static_cast<size_t>(file.GetLength()));
-        file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
-    }
-    return bytes;
-}
-
 // Draws the holder's picture at (x0, y0) on a white surface and checks every pixel;
 // the picture's columns appear in the order `columns` gives (as an image list, with
 // `columns`, when that is not null).
@@ -39,13 +28,10 @@ void ExpectDrawn(MCPictureHolder& holder, int x0, int y0, const int* columns = n
         ASSERT_EQ(1, ::ImageList_GetImageCount(hList));
         ASSERT_TRUE(::ImageList_Draw(hList, 0, surface.m_hDC, x0, y0, ILD_NORMAL));
     }
-    for (int y = 0; y < y0 + 8; ++y)
-        for (int x = 0; x < x0 + 10; ++x) {
-            const bool inside = x >= x0 && x < x0 + 8 && y >= y0 && y < y0 + 6;
-            const int column = x - x0;
-            ASSERT_EQ(inside ? ColumnColour(columns ? columns[column] : column) : kWhite, surface.GetPixel(x, y))
-                << x << "," << y;
-        }
+    ExpectPixels(surface.GetBitmap(), x0 + 10, y0 + 8, [=](int x, int y) {
+        const bool inside = x >= x0 && x < x0 + 8 && y >= y0 && y < y0 + 6;
+        return inside ? ColumnColour(columns ? columns[x - x0] : x - x0) : kWhite;
+    });
 }
 
 TEST(PictureHolder, LoadsFromFilesMemoryAndResourcesAndDrawsExactly)
@@ -72,7 +58,7 @@ TEST(PictureHolder, LoadsFromFilesMemoryAndResourcesAndDrawsExactly)
     EXPECT_FALSE(holder.CreatePicture(L"NOSUCHTYPE", IDR_PICTURE_GIF, NULL));
 
     // A JPEG from memory: lossy, two flat halves.
-    std::vector<BYTE> jpeg = FileBytes(L"drawing\\picture.jpg");
+    std::vector<BYTE> jpeg = FileBytes(TestDataPath(L"drawing\\picture.jpg"));
     ASSERT_TRUE(holder.CreatePicture(jpeg.data(), static_cast<DWORD>(jpeg.size())));
     EXPECT_EQ(16, holder.GetWidth());
     MCDC surface(16, 16);
@@ -102,7 +88,7 @@ TEST(PictureHolder, BadInputKeepsOrEmptiesThePicture)
     EXPECT_FALSE(holder.CreatePicture(nullptr, 10));
     EXPECT_FALSE(holder.CreatePicture(&byte, 0));
     EXPECT_TRUE(holder.GetSize(size)) << "still the GIF";
-    std::vector<BYTE> text = FileBytes(L"drawing\\not-a-picture.bin");
+    std::vector<BYTE> text = FileBytes(TestDataPath(L"drawing\\not-a-picture.bin"));
     EXPECT_FALSE(holder.CreatePicture(text.data(), static_cast<DWORD>(text.size())));
     EXPECT_FALSE(holder.GetSize(size));
     EXPECT_EQ(holder.GetWidth(), 8) << "sizes are written only by a successful load";
@@ -117,7 +103,7 @@ TEST(PictureHolder, BadInputKeepsOrEmptiesThePicture)
     // LoadBinaryResource checks its arguments first.
     BYTE* data = nullptr;
     const DWORD length = MCPictureHolder::LoadBinaryResource(L"PICTURE", IDR_PICTURE_GIF, &data, NULL);
-    const std::vector<BYTE> file = FileBytes(L"drawing\\picture.gif");
+    const std::vector<BYTE> file = FileBytes(TestDataPath(L"drawing\\picture.gif"));
     ASSERT_TRUE(data != nullptr && length == file.size());
     EXPECT_EQ(memcmp(data, file.data(), length), 0);
     delete[] data;
@@ -166,12 +152,8 @@ TEST(PictureHolder, CopiesShareOnePictureAndMakeSurfacesAndImageLists)
     pSurface->Delete();
     pSurface = nullptr;
     ASSERT_TRUE(copy.CreateDCW(pSurface, true, 0, 0, 0, 0));
-    Pixels pixels = ReadPixels(pSurface->GetBitmap());
+    ExpectPixels(pSurface->GetBitmap(), 8, 6, [](int x, int) { return ColumnColour(x); });
     delete pSurface;
-    ASSERT_EQ(CSize(8, 6), CSize(pixels.width, pixels.height));
-    for (int y = 0; y < 6; ++y)
-        for (int x = 0; x < 8; ++x)
-            ASSERT_EQ(ColumnColour(x), pixels.At(x, y)) << x << "," << y;
 }
 
 class EffectHook : public MCPictureHolder {

@@ -21,18 +21,6 @@ void PaintDistinct(MCDC& surface)
             surface.SetPixel(x, y, PixelColour(x, y));
 }
 
-// Checks every pixel of a bitmap against `expected(x, y)`.
-template <class Expected>
-void ExpectPixels(HBITMAP hBitmap, int width, int height, Expected expected)
-{
-    Pixels pixels = ReadPixels(hBitmap);
-    ASSERT_EQ(width, pixels.width);
-    ASSERT_EQ(height, pixels.height);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            ASSERT_EQ(expected(x, y), pixels.At(x, y)) << x << "," << y;
-}
-
 TEST(Surface, FillFrameAndMirror)
 {
     MCDC surface(7, 5);
@@ -191,13 +179,7 @@ std::vector<BYTE> SavePattern(MCDC& surface, const wchar_t* name)
     surface.FillRect(&left, &red);
     surface.FillRect(&right, &blue);
     surface.FillRect(&top, &green);
-    std::vector<BYTE> bytes;
-    CFile file;
-    if (!surface.Save(DrawingOutputPath(name)) || !file.Open(DrawingOutputPath(name), CFile::modeRead))
-        return bytes;
-    bytes.resize(static_cast<size_t>(file.GetLength()));
-    bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
-    return bytes;
+    return surface.Save(DrawingOutputPath(name)) ? FileBytes(DrawingOutputPath(name)) : std::vector<BYTE>();
 }
 
 // Checks the file and info headers of a saved 7-by-5 BMP file.
