@@ -122,9 +122,9 @@ private:
     std::unique_ptr<HWND__, WindowDeleter> m_window;
     std::vector<HWND> m_controls;                    // destroyed with the window
     // A font of the controls, kept selected into a surface of its own while the
-    // window lives. Wine drops a font's glyph data as soon as no surface holds it
-    // (beyond a small cache), and would load it again for each control that sets,
-    // measures or prints it.
+    // window lives (the first few hundred fonts). Wine drops a font's glyph data as
+    // soon as no surface holds it (beyond a small cache), and would load it again
+    // for each control that sets, measures or prints it.
     struct HeldFont {
         LOGFONTW logFont;
         CFont font;

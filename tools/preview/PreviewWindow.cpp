@@ -12,6 +12,9 @@ namespace {
 
 const wchar_t kWindowClass[] = L"TesvorPreviewWindow";
 const wchar_t kBoxClass[] = L"TesvorPreviewBox";
+// The fonts kept realized, at most: a surface each, which a description of many
+// fonts must not spend all of the process's drawing objects on.
+const size_t kHeldFonts = 256;
 // Room for the largest window the preview builds, frame included.
 const int kMaxTrack = kMaxSide + 256;
 
@@ -314,7 +317,7 @@ HFONT PreviewWindow::FontFor(const PreviewControl& control)
     font->logFont = logFont;
     if (!font->font.CreateFontIndirect(&logFont))
         return static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
-    if (font->holder.Attach(::CreateCompatibleDC(nullptr)))
+    if (m_fonts.size() < kHeldFonts && font->holder.Attach(::CreateCompatibleDC(nullptr)))
         ::SelectObject(font->holder, font->font.GetSafeHandle());
     m_fonts.push_back(std::move(font));
     return static_cast<HFONT>(m_fonts.back()->font.GetSafeHandle());
