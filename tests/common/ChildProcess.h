@@ -1,55 +1,48 @@
 // A program next to the test program, run with its standard output on a pipe
 // that the test reads line by line.
 #pragma once
-#include <windows.h>
 #include <string>
+#include "TestSupport.h"
+#include "frame/Owners.h"
 
 class ChildProcess {
 public:
     ChildProcess(const wchar_t* program, const std::wstring& arguments)
     {
-        wchar_t path[MAX_PATH];
-        std::wstring directory(path, ::GetModuleFileNameW(NULL, path, MAX_PATH));
-        std::wstring commandLine =
-            L"\"" + directory.substr(0, directory.rfind(L'\\') + 1) + program + L"\" " + arguments;
+        std::wstring commandLine = L"\"" + std::wstring(ProgramFolderPath(program).GetString()) + L"\" " + arguments;
         SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), NULL, TRUE};
-        HANDLE writeEnd = NULL;
-        if (!::CreatePipe(&m_output, &writeEnd, &inheritable, 0))
+        UniqueHandle writeEnd;
+        if (!::CreatePipe(m_output.put(), writeEnd.put(), &inheritable, 0))
             return;
-        ::SetHandleInformation(m_output, HANDLE_FLAG_INHERIT, 0);
+        ::SetHandleInformation(m_output.get(), HANDLE_FLAG_INHERIT, 0);
         STARTUPINFOW startup = {};
         startup.cb = sizeof(startup);
         startup.dwFlags = STARTF_USESTDHANDLES;
         startup.hStdInput = ::GetStdHandle(STD_INPUT_HANDLE);
-        startup.hStdOutput = writeEnd;
+        startup.hStdOutput = writeEnd.get();
         startup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
         PROCESS_INFORMATION info = {};
         if (::CreateProcessW(NULL, &commandLine[0], NULL, NULL, TRUE, 0, NULL, NULL, &startup, &info)) {
             ::CloseHandle(info.hThread);
-            m_process = info.hProcess;
+            m_process.reset(info.hProcess);
         }
-        ::CloseHandle(writeEnd);
     }
     ~ChildProcess()
     {
         // A program that is about to end gets the time to do so cleanly.
         if (m_process && Wait(5000) == STILL_ACTIVE)
-            ::TerminateProcess(m_process, 99);
-        for (HANDLE handle : {m_process, m_output})
-            if (handle)
-                ::CloseHandle(handle);
+            ::TerminateProcess(m_process.get(), 99);
     }
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    bool Started() const { return m_process != NULL; }
     // The next line of its output without its end; empty at the end of the output.
     std::string ReadLine()
     {
         std::string line;
         char c;
         DWORD read = 0;
-        while (m_process && ::ReadFile(m_output, &c, 1, &read, NULL) && read == 1 && c != '\n')
+        while (m_process && ::ReadFile(m_output.get(), &c, 1, &read, NULL) && read == 1 && c != '\n')
             if (c != '\r')
                 line += c;
         return line;
@@ -58,17 +51,17 @@ public:
     DWORD Wait(DWORD milliseconds = 30000)
     {
         DWORD code = STILL_ACTIVE;
-        if (::WaitForSingleObject(m_process, milliseconds) == WAIT_OBJECT_0)
-            ::GetExitCodeProcess(m_process, &code);
+        if (::WaitForSingleObject(m_process.get(), milliseconds) == WAIT_OBJECT_0)
+            ::GetExitCodeProcess(m_process.get(), &code);
         return code;
     }
     void Kill()
     {
-        ::TerminateProcess(m_process, 99);
+        ::TerminateProcess(m_process.get(), 99);
         Wait();
     }
 
 private:
-    HANDLE m_process = NULL;
-    HANDLE m_output = NULL;
+    UniqueHandle m_process;
+    UniqueHandle m_output;
 };

@@ -3,25 +3,7 @@
 #include <afx.h>
 #include <gtest/gtest.h>
 #include <string>
-
-// Closes a registry key when it goes out of scope.
-class ScopedKey {
-public:
-    explicit ScopedKey(HKEY key = NULL) : m_key(key) {}
-    ~ScopedKey() { Reset(NULL); }
-    ScopedKey(const ScopedKey&) = delete;
-    ScopedKey& operator=(const ScopedKey&) = delete;
-    HKEY Get() const { return m_key; }
-    void Reset(HKEY key)
-    {
-        if (m_key != NULL)
-            ::RegCloseKey(m_key);
-        m_key = key;
-    }
-
-private:
-    HKEY m_key;
-};
+#include "frame/Owners.h"
 
 // HKCU\Software\TesvorUtilTest_<suite>_<test>: empty at the start, removed with
 // everything under it at the end.
@@ -32,16 +14,16 @@ public:
         const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
         m_path.Format(L"Software\\TesvorUtilTest_%S_%S", test->test_suite_name(), test->name());
         ::RegDeleteTreeW(HKEY_CURRENT_USER, m_path);
-        m_key.Reset(Create(HKEY_CURRENT_USER, m_path));
+        m_key.reset(Create(HKEY_CURRENT_USER, m_path));
     }
     ~ScopedTestKey()
     {
-        m_key.Reset(NULL);
+        m_key.reset(NULL);
         ::RegDeleteTreeW(HKEY_CURRENT_USER, m_path);
         ::RegDeleteKeyW(HKEY_CURRENT_USER, m_path);
     }
 
-    HKEY Handle() const { return m_key.Get(); }
+    HKEY Handle() const { return m_key.get(); }
     // The key's path under HKEY_CURRENT_USER, with `sub` appended when given.
     CString Path(const wchar_t* sub = NULL) const { return sub != NULL ? m_path + L"\\" + sub : m_path; }
     bool Exists(const wchar_t* sub) const
@@ -63,7 +45,7 @@ public:
 
 private:
     CString m_path;
-    ScopedKey m_key;
+    UniqueHKey m_key;
 };
 
 // A registry value set for a test and put back as it was afterwards.
@@ -73,28 +55,28 @@ public:
         : m_key(ScopedTestKey::Create(root, subKey)), m_name(name)
     {
         DWORD size = 0;
-        if (::RegQueryValueExW(m_key.Get(), name, NULL, &m_type, NULL, &size) == ERROR_SUCCESS) {
+        if (::RegQueryValueExW(m_key.get(), name, NULL, &m_type, NULL, &size) == ERROR_SUCCESS) {
             m_saved.resize(size);
-            m_existed = ::RegQueryValueExW(m_key.Get(), name, NULL, &m_type, &m_saved[0], &size) == ERROR_SUCCESS;
+            m_existed = ::RegQueryValueExW(m_key.get(), name, NULL, &m_type, &m_saved[0], &size) == ERROR_SUCCESS;
         }
     }
     ~ScopedValueOverride()
     {
         if (m_existed)
-            ::RegSetValueExW(m_key.Get(), m_name.c_str(), 0, m_type, m_saved.data(), DWORD(m_saved.size()));
+            ::RegSetValueExW(m_key.get(), m_name.c_str(), 0, m_type, m_saved.data(), DWORD(m_saved.size()));
         else
             Remove();
     }
     // `data` with its terminator(s).
     bool Set(DWORD type, const std::wstring& data)
     {
-        return ::RegSetValueExW(m_key.Get(), m_name.c_str(), 0, type, reinterpret_cast<const BYTE*>(data.data()),
+        return ::RegSetValueExW(m_key.get(), m_name.c_str(), 0, type, reinterpret_cast<const BYTE*>(data.data()),
                                 static_cast<DWORD>(data.size() * sizeof(wchar_t))) == ERROR_SUCCESS;
     }
-    void Remove() { ::RegDeleteValueW(m_key.Get(), m_name.c_str()); }
+    void Remove() { ::RegDeleteValueW(m_key.get(), m_name.c_str()); }
 
 private:
-    ScopedKey m_key;
+    UniqueHKey m_key;
     std::wstring m_name;
     bool m_existed = false;
     DWORD m_type = 0;

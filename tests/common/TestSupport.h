@@ -2,6 +2,10 @@
 #pragma once
 #include <afx.h>
 #include <ostream>
+#include <vector>
+
+// Results compared as one list, so that one assertion shows them all.
+typedef std::vector<long long> Values;
 
 // Full Windows path of a file under tests/data.
 inline CString TestDataPath(const wchar_t* relative)
@@ -10,6 +14,28 @@ inline CString TestDataPath(const wchar_t* relative)
     path += L"\\";
     path += relative;
     return path;
+}
+
+// Full path of a file next to the test program: the build puts the library, its test
+// DLLs and the helper programs there.
+inline CString ProgramFolderPath(const wchar_t* name)
+{
+    wchar_t path[MAX_PATH] = L"";
+    CString program(path, ::GetModuleFileNameW(NULL, path, MAX_PATH));
+    return program.Left(program.ReverseFind(L'\\') + 1) + name;
+}
+
+// Whether `call` throws a framework exception of the given class (which is then deleted).
+template <class Exception, class Call>
+bool Throws(Call call)
+{
+    try {
+        call();
+    } catch (Exception* e) {
+        e->Delete();
+        return true;
+    }
+    return false;
 }
 
 // Readable CString values in assertion messages.

@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 #include <KernelObjectNames.h>
 #include <MNSystemAutorityHelper.h>
+#include <algorithm>
 #include <vector>
 #include "ScopedImportHook.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -17,10 +19,7 @@ struct GuardedBlock {
     SIZE_T size;
     bool Intact() const
     {
-        for (SIZE_T i = 0; i < kGuardSize; ++i)
-            if (data[size + i] != kGuardByte)
-                return false;
-        return true;
+        return std::all_of(data + size, data + size + kGuardSize, [](BYTE b) { return b == kGuardByte; });
     }
 };
 
@@ -52,16 +51,6 @@ HLOCAL WINAPI GuardedLocalFree(HLOCAL memory)
     return ::LocalFree(memory);
 }
 
-void CreateOpenMutex()
-{
-    HANDLE mutex = CreateMutexAllAccess(NULL, FALSE, L"Local\\TesvorBlockOverrunTest");
-    EXPECT_NE(nullptr, mutex);
-    if (mutex != NULL)
-        ::CloseHandle(mutex);
-}
-
-void CheckAdministrator() { EXPECT_NE(0, MNSystemAutorityHelper::IsAdmin()); }
-
 TEST(SecurityBlocks, NoWritePastAnAllocatedBlock)
 {
     ScopedImportHook alloc(TesvorUtilModule(), "KERNEL32.dll", "LocalAlloc", &GuardedLocalAlloc);
@@ -72,8 +61,9 @@ TEST(SecurityBlocks, NoWritePastAnAllocatedBlock)
         const char* name;
         void (*call)();
     } cases[] = {
-        {"IsAdmin", &CheckAdministrator},
-        {"CreateMutexAllAccess", &CreateOpenMutex},
+        {"IsAdmin", [] { EXPECT_NE(0, MNSystemAutorityHelper::IsAdmin()); }},
+        {"CreateMutexAllAccess",
+         [] { EXPECT_TRUE(UniqueHandle(CreateMutexAllAccess(NULL, FALSE, L"Local\\TesvorBlockOverrunTest"))); }},
     };
     for (const auto& c : cases) {
         g_blocks.clear();

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <MCEvtSinkAdvisor.h>
 #include <olectl.h>
+#include "TestSupport.h"
 
 namespace {
 
@@ -90,7 +91,6 @@ public:
     TestConnectionPoint point;
 };
 
-
 // Answers for the event dispinterface, as a derived advisor does.
 class TestSink : public MCEvtSinkAdvisor {
 public:
@@ -117,29 +117,22 @@ TEST(EventSinkAdvisor, AdviseAndUnadviseRules)
 {
     TestEventSource source, second;
     TestSink sink;
-    EXPECT_EQ(0, sink.IsAdvised());
-    EXPECT_EQ(S_OK, sink.Unadvise());  // not connected
-    EXPECT_EQ(0, source.point.unadviseCalls);
+    // Not connected: nothing to unadvise.
+    EXPECT_EQ((Values{0, S_OK, 0}), (Values{sink.IsAdvised(), sink.Unadvise(), source.point.unadviseCalls}));
 
+    // Connected, the source holds the sink and its point is held; the container is not kept.
     ASSERT_EQ(S_OK, sink.Advise(&source, &DIID_TestEvents));
-    EXPECT_NE(0, sink.IsAdvised());
-    EXPECT_EQ(kCookie, sink.m_dwCookie);
-    EXPECT_EQ(2, sink.m_dwRef);  // the source holds the sink
-    EXPECT_EQ(1u, source.point.refs);
-    EXPECT_EQ(0u, source.refs);  // the container is not kept
+    EXPECT_EQ((Values{1, kCookie, 2, 1, 0}),
+              (Values{sink.IsAdvised(), sink.m_dwCookie, sink.m_dwRef, source.point.refs, source.refs}));
     EXPECT_EQ(S_OK, source.point.Fire(-17));
     EXPECT_EQ(-17, sink.number);
 
+    // While connected, another source is turned away.
     EXPECT_EQ(E_FAIL, sink.Advise(&second, &DIID_TestEvents));
-    EXPECT_EQ(static_cast<IConnectionPoint*>(&source.point), sink.m_pConnPoint);
-    EXPECT_EQ(kCookie, sink.m_dwCookie);
-    EXPECT_EQ(nullptr, second.point.m_sink);
+    EXPECT_TRUE(sink.m_pConnPoint == &source.point && sink.m_dwCookie == kCookie && second.point.m_sink == nullptr);
 
     EXPECT_EQ(S_OK, sink.Unadvise());
-    EXPECT_EQ(0, sink.IsAdvised());
-    EXPECT_EQ(0u, sink.m_dwCookie);
-    EXPECT_EQ(0u, source.point.refs);
-    EXPECT_EQ(1, sink.m_dwRef);
+    EXPECT_EQ((Values{0, 0, 0, 1}), (Values{sink.IsAdvised(), sink.m_dwCookie, source.point.refs, sink.m_dwRef}));
     EXPECT_EQ(nullptr, source.point.m_sink);
 }
 
@@ -150,16 +143,12 @@ TEST(EventSinkAdvisor, FailedAdviseLeavesItUnconnected)
     TestSink sink;
     EXPECT_EQ(E_NOINTERFACE, sink.Advise(&plain, &DIID_TestEvents));
     EXPECT_EQ(CONNECT_E_NOCONNECTION, sink.Advise(&source, &IID_IDispatch));
-    EXPECT_EQ(0, sink.IsAdvised());
-    EXPECT_EQ(0u, source.refs);
+    EXPECT_EQ((Values{0, 0}), (Values{sink.IsAdvised(), source.refs}));
 
     // An advisor that does not answer for the dispinterface is turned away.
     MCEvtSinkAdvisor deaf;
     EXPECT_EQ(CONNECT_E_CANNOTCONNECT, deaf.Advise(&source, &DIID_TestEvents));
-    EXPECT_EQ(0, deaf.IsAdvised());
-    EXPECT_EQ(0u, deaf.m_dwCookie);
-    EXPECT_EQ(0u, source.point.refs);
-    EXPECT_EQ(1, deaf.m_dwRef);
+    EXPECT_EQ((Values{0, 0, 0, 1}), (Values{deaf.IsAdvised(), deaf.m_dwCookie, source.point.refs, deaf.m_dwRef}));
 }
 
 TEST(EventSinkAdvisor, DestructionUnadvisesOrAtLeastReleases)
@@ -170,15 +159,13 @@ TEST(EventSinkAdvisor, DestructionUnadvisesOrAtLeastReleases)
         ASSERT_EQ(S_OK, sink->Advise(&source, &DIID_TestEvents));
         source.point.refuseUnadvise = refuse;
         if (refuse) {
-            EXPECT_EQ(E_FAIL, sink->Unadvise());
-            EXPECT_NE(0, sink->IsAdvised());
-            EXPECT_EQ(kCookie, sink->m_dwCookie);
+            EXPECT_EQ((Values{E_FAIL, 1, kCookie}), (Values{sink->Unadvise(), sink->IsAdvised(), sink->m_dwCookie}));
         }
         delete sink;
-        EXPECT_EQ(refuse ? 2 : 1, source.point.unadviseCalls);
-        EXPECT_EQ(0u, source.point.refs);  // released anyway
-        // A refused sink stays registered at the source, which is then left to drop it.
-        EXPECT_EQ(refuse, source.point.m_sink != nullptr);
+        // Released anyway; a refused sink stays registered at the source, which is then left
+        // to drop it.
+        EXPECT_EQ((Values{refuse ? 2 : 1, 0, refuse}),
+                  (Values{source.point.unadviseCalls, source.point.refs, source.point.m_sink != nullptr}));
         source.point.m_sink = nullptr;
     }
 }

@@ -68,12 +68,12 @@ protected:
         ::RegOverridePredefKey(HKEY_CLASSES_ROOT, NULL);
         ::RegDeleteTreeW(m_testKey.Handle(), L"Classes");
         bool unopenable = command == kUnopenable;
-        m_classes.Reset(ScopedTestKey::Create(m_testKey.Handle(), unopenable ? L"Volatile" : L"Classes",
+        m_classes.reset(ScopedTestKey::Create(m_testKey.Handle(), unopenable ? L"Volatile" : L"Classes",
                                               unopenable ? REG_OPTION_VOLATILE : 0));
-        ASSERT_EQ(ERROR_SUCCESS, ::RegOverridePredefKey(HKEY_CLASSES_ROOT, m_classes.Get()));
+        ASSERT_EQ(ERROR_SUCCESS, ::RegOverridePredefKey(HKEY_CLASSES_ROOT, m_classes.get()));
         if (command != NULL && !unopenable) {
-            ScopedKey key(ScopedTestKey::Create(m_classes.Get(), L"htmlfile\\shell\\open\\command"));
-            ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.Get(), NULL, 0, REG_SZ, reinterpret_cast<const BYTE*>(command),
+            UniqueHKey key(ScopedTestKey::Create(m_classes.get(), L"htmlfile\\shell\\open\\command"));
+            ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.get(), NULL, 0, REG_SZ, reinterpret_cast<const BYTE*>(command),
                                                       DWORD((wcslen(command) + 1) * sizeof(wchar_t))));
         }
         g_shellCalls.clear();
@@ -81,7 +81,7 @@ protected:
     }
 
     ScopedTestKey m_testKey;
-    ScopedKey m_classes;
+    UniqueHKey m_classes;
     ScopedImportHook m_shell{TesvorUtilModule(), "shell32.dll", "ShellExecuteW", &FakeShellExecuteW};
 };
 

@@ -100,7 +100,6 @@ TEST(PathsTest, ModuleTemporaryAndShellFolders)
     ::GetTempPathW(MAX_PATH + 1, expected);
     path = NMFileUtils::GetTempFolderPath();
     EXPECT_EQ(CString(expected), path);
-    EXPECT_EQ(L"\\", path.Right(1));
 
     // A per-user folder that a fresh profile may lack; removed first so that only the
     // creating call can find it.

@@ -3,6 +3,7 @@
 #include <vector>
 #include "MCRegistry.h"
 #include "ScopedTestKey.h"
+#include "TestSupport.h"
 
 namespace {
 
@@ -20,13 +21,16 @@ Names List(MCRegistry& lister, bool keys, const CString& path)
     return result;
 }
 
-// "type:size" that the system keeps for a value; empty when there is none.
-std::string Stored(HKEY key, const wchar_t* name)
+// "type:size" that the system keeps for each value ("-" when there is none).
+std::string Stored(HKEY key, std::initializer_list<const wchar_t*> names)
 {
-    DWORD type = 0, size = 0;
-    if (::RegQueryValueExW(key, name, NULL, &type, NULL, &size) != ERROR_SUCCESS)
-        return "";
-    return std::to_string(type) + ":" + std::to_string(size);
+    std::string stored;
+    for (const wchar_t* name : names) {
+        DWORD type = 0, size = 0;
+        bool found = ::RegQueryValueExW(key, name, NULL, &type, NULL, &size) == ERROR_SUCCESS;
+        stored += (stored.empty() ? "" : " ") + (found ? std::to_string(type) + ":" + std::to_string(size) : "-");
+    }
+    return stored;
 }
 
 enum Reader { Number, String, Block, Index };
@@ -79,12 +83,9 @@ TEST_F(RegistryTest, WritersAndReadersOfEveryKind)
     ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.Handle(), L"Empty", 0, REG_SZ, NULL, 0));
     const BYTE* bare = reinterpret_cast<const BYTE*>(L"xyz");
     ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.Handle(), L"Bare", 0, REG_SZ, bare, 6));
-    // Strings keep their terminator; blocks by index are named by the number.
-    EXPECT_EQ("4:4", Stored(key.Handle(), L"Number"));
-    EXPECT_EQ("1:" + std::to_string((text.GetLength() + 1) * 2), Stored(key.Handle(), L"Text"));
-    EXPECT_EQ("3:5", Stored(key.Handle(), L"Block"));
-    EXPECT_EQ("3:3", Stored(key.Handle(), L"3"));
-    EXPECT_EQ("3:1", Stored(key.Handle(), L"-12"));
+    // Strings keep their terminator (the text: 9 characters and one); blocks by index are
+    // named by the number.
+    EXPECT_EQ("4:4 1:20 3:5 3:3 3:1", Stored(key.Handle(), {L"Number", L"Text", L"Block", L"3", L"-12"}));
 
     const struct {
         Reader reader;
@@ -131,7 +132,7 @@ TEST_F(RegistryTest, RefusedCallsLeaveTheErrorCode)
         EXPECT_FALSE(reg.Write(L"Bad", pointer, 4) || reg.Write(9, pointer, 4));
         EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
     }
-    EXPECT_EQ("", Stored(key.Handle(), L"Bad") + Stored(key.Handle(), L"9"));
+    EXPECT_EQ("- -", Stored(key.Handle(), {L"Bad", L"9"}));
 
     // Closed (twice is harmless), every call but the enumerations is refused.
     reg.Close();
@@ -144,7 +145,7 @@ TEST_F(RegistryTest, RefusedCallsLeaveTheErrorCode)
         EXPECT_EQ(closedReads[reader], ReadAs(reg, reader, L"1", 4));
 
     // No lasting key can be made under a volatile one.
-    ScopedKey volatileKey(ScopedTestKey::Create(key.Handle(), L"Volatile", REG_OPTION_VOLATILE));
+    UniqueHKey volatileKey(ScopedTestKey::Create(key.Handle(), L"Volatile", REG_OPTION_VOLATILE));
     MCRegistry failed;
     EXPECT_FALSE(failed.Open(HKEY_CURRENT_USER, key.Path(L"Volatile\\Lasting")));
     EXPECT_EQ(ERROR_CHILD_MUST_BE_VOLATILE, failed.GetErrCode());
@@ -157,10 +158,10 @@ TEST_F(RegistryTest, EnumerationsOfEmptyMissingAndPopulatedKeys)
 {
     // An empty key lists nothing, a missing one is created.
     MCRegistry lister;
-    EXPECT_EQ(Names{L"ok"}, List(lister, true, key.Path()));
-    EXPECT_EQ(Names{L"ok"}, List(lister, false, key.Path()));
-    EXPECT_EQ(Names{L"ok"}, List(lister, true, key.Path(L"Missing")));
-    EXPECT_EQ(Names{L"ok"}, List(lister, false, key.Path(L"AlsoMissing")));
+    for (bool keys : {true, false}) {
+        EXPECT_EQ(Names{L"ok"}, List(lister, keys, key.Path()));
+        EXPECT_EQ(Names{L"ok"}, List(lister, keys, key.Path(keys ? L"Missing" : L"AlsoMissing")));
+    }
     EXPECT_TRUE(key.Exists(L"Missing") && key.Exists(L"AlsoMissing"));
 
     // Populated: every name, in the order the system lists them.
@@ -190,13 +191,10 @@ TEST_F(RegistryTest, DeleteKeyRefusesAKeyWithSubKeys)
     EXPECT_FALSE(reg.DeleteKey(L"Parent"));
     EXPECT_NE(ERROR_SUCCESS, reg.GetErrCode());
     EXPECT_TRUE(key.Exists(L"Parent\\Child"));
-    EXPECT_TRUE(reg.DeleteKey(L"Parent\\Child") && reg.DeleteKey(L"Parent"));
-    EXPECT_FALSE(key.Exists(L"Parent"));
+    EXPECT_TRUE(reg.DeleteKey(L"Parent\\Child") && reg.DeleteKey(L"Parent") && !key.Exists(L"Parent"));
     EXPECT_FALSE(reg.DeleteKey(L"Parent"));
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
-    EXPECT_TRUE(reg.Write(L"v", 1u) && reg.DeleteValue(L"v"));
-    EXPECT_FALSE(reg.DeleteValue(L"v"));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, reg.GetErrCode());
+    EXPECT_TRUE(reg.Write(L"v", 1u) && reg.DeleteValue(L"v") && !reg.DeleteValue(L"v"));
 }
 
 TEST_F(RegistryTest, CopiesShareOneHandle)
@@ -205,8 +203,7 @@ TEST_F(RegistryTest, CopiesShareOneHandle)
     InspectedRegistry assigned;
     {
         InspectedRegistry copy(reg);
-        EXPECT_EQ(reg.m_hKey, copy.m_hKey);
-        EXPECT_EQ(key.Path(), copy.m_keyPath);
+        EXPECT_TRUE(reg.m_hKey == copy.m_hKey && key.Path() == copy.m_keyPath);
         EXPECT_EQ(ERROR_FILE_NOT_FOUND, copy.GetErrCode());
         EXPECT_TRUE(copy.Write(L"FromCopy", 42u));
         EXPECT_EQ(L"1 0 2a", ReadAs(reg, Number, L"FromCopy", 0));
@@ -224,17 +221,9 @@ TEST(StringArrayTest, AppendsAndRefusesANegativeSize)
     struct Corrupted : MCStringArrayImpl<CString, const CString&> {
         void SetRawSize(INT_PTR size) { m_nSize = size; }
     } names;
-    EXPECT_EQ(0, names.Add(CString(L"a")));
-    EXPECT_EQ(1, names.Add(CString(L"b")));
+    EXPECT_EQ((Values{0, 1}), (Values{names.Add(CString(L"a")), names.Add(CString(L"b"))}));
     EXPECT_EQ(CString(L"b"), names[1]);
     names.SetRawSize(-1);
-    bool thrown = false;
-    try {
-        names.Add(CString(L"c"));
-    } catch (CInvalidArgException* e) {
-        thrown = true;
-        e->Delete();
-    }
-    EXPECT_TRUE(thrown);
+    EXPECT_TRUE(Throws<CInvalidArgException>([&] { names.Add(CString(L"c")); }));
     names.SetRawSize(2);
 }

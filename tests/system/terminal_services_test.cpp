@@ -68,8 +68,6 @@ TEST(TerminalServices, OpenAccessMutexKeepsTheErrorAndTheCallersAttributes)
 
 namespace {
 
-typedef std::vector<long long> Values;
-
 // A library wrapper with one entry point to bind, counting binder calls.
 class OneEntryDll : public MCDll {
 public:
