@@ -5,6 +5,7 @@
 #include <functional>
 #include <set>
 #include <vector>
+#include "TestSupport.h"
 
 namespace {
 
@@ -67,16 +68,8 @@ TEST(CArrayTest, BadIndexesAndSizesAreInvalidArguments)
         [&] { a.SetSize(-1); }, [&] { a.GetAt(1); }, [&] { a.GetAt(-1); }, [&] { a.RemoveAt(0, 2); },
         [&] { a.SetAtGrow(-1, 5); },
     };
-    for (const auto& call : calls) {
-        bool thrown = false;
-        try {
-            call();
-        } catch (CInvalidArgException* e) {
-            e->Delete();
-            thrown = true;
-        }
-        EXPECT_TRUE(thrown) << "call " << &call - calls;
-    }
+    for (const auto& call : calls)
+        EXPECT_TRUE(Throws<CInvalidArgException>(call)) << "call " << &call - calls;
     ASSERT_EQ(1, a.GetSize());
     EXPECT_EQ(1, a[0]);
 }
@@ -144,14 +137,11 @@ TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
     }
     map.SetAt(3, L"replaced");
     EXPECT_EQ(static_cast<INT_PTR>(expected.size()), map.GetCount());
+    // A missing key leaves the value as it was.
     CString value;
-    EXPECT_TRUE(map.Lookup(3, value));
+    EXPECT_EQ((Values{1, 0, 0, 1, 0}), (Values{map.Lookup(3, value), map.Lookup(4, value), map.PLookup(4) != nullptr,
+                                               map.RemoveKey(6), map.RemoveKey(6)}));
     EXPECT_STREQ(L"replaced", value);
-    EXPECT_FALSE(map.Lookup(4, value));
-    EXPECT_EQ(nullptr, map.PLookup(4));
-
-    EXPECT_TRUE(map.RemoveKey(6));
-    EXPECT_FALSE(map.RemoveKey(6));
     expected.erase(6);
     std::vector<int> keys = map.Keys();
     EXPECT_EQ(expected, std::set<int>(keys.begin(), keys.end()));
@@ -184,11 +174,9 @@ TEST(CMapTest, StringKeysLookUpByPointer)
     map[L"one"] = 1;
     map.SetAt(L"two", 2);
     int value = 0;
-    EXPECT_TRUE(map.Lookup(L"two", value));
-    EXPECT_EQ(2, value);
-    EXPECT_FALSE(map.Lookup(L"One", value));  // keys are case-sensitive
-    EXPECT_TRUE(map.RemoveKey(CString(L"one")));
-    EXPECT_EQ(1, map.GetCount());
+    // Keys are case-sensitive.
+    EXPECT_EQ((Values{1, 2, 0, 1, 1}), (Values{map.Lookup(L"two", value), value, map.Lookup(L"One", value),
+                                               map.RemoveKey(CString(L"one")), map.GetCount()}));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <afxwin.h>
 #include "AfxliteTestResources.h"
+#include "TestSupport.h"
 
 namespace {
 
@@ -141,19 +142,17 @@ TEST(CStringTest, ComparisonsAndConcatenation)
 
 TEST(CStringResourceTest, LoadStringFindsTheProgramsStrings)
 {
-    CString s;
-    EXPECT_TRUE(s.LoadString(IDS_AFX_GREETING));
-    EXPECT_STREQ(L"Hello from the string table", s);
-    EXPECT_TRUE(s.LoadString(IDS_AFX_LAST_IN_BLOCK));
-    EXPECT_STREQ(L"last", s);
-    EXPECT_TRUE(s.LoadString(IDS_AFX_LONG));
-    EXPECT_EQ(320, s.GetLength());
-    EXPECT_STREQ(L"079-", s.Right(4));
-    s = L"previous";
-    EXPECT_FALSE(s.LoadString(IDS_AFX_MISSING));
-    EXPECT_TRUE(s.IsEmpty());
+    // The last string of a block, one longer than any first guess, a missing one (which
+    // empties the string).
+    CString greeting, last, longText, missing(L"previous");
+    EXPECT_EQ((Values{1, 1, 1, 0, 320}),
+              (Values{greeting.LoadString(IDS_AFX_GREETING), last.LoadString(IDS_AFX_LAST_IN_BLOCK),
+                      longText.LoadString(IDS_AFX_LONG), missing.LoadString(IDS_AFX_MISSING), longText.GetLength()}));
+    EXPECT_STREQ(L"Hello from the string table|last|079-|",
+                 greeting + L"|" + last + L"|" + longText.Right(4) + L"|" + missing);
 
     EXPECT_STREQ(L"Hello from the string table", CString(MAKEINTRESOURCEW(IDS_AFX_GREETING)));
+    CString s;
     s = MAKEINTRESOURCEW(IDS_AFX_LAST_IN_BLOCK);
     EXPECT_STREQ(L"last", s);
     wchar_t buffer[6];
