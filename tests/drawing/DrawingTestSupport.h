@@ -4,22 +4,12 @@
 #include <afxcmn.h>
 #include <gtest/gtest.h>
 #include <algorithm>
-#include <memory>
-#include <type_traits>
 #include <vector>
+#include "frame/Owners.h"
 
-struct FreeGdiObject {
-    void operator()(void* h) const { ::DeleteObject(static_cast<HGDIOBJ>(h)); }
-};
-struct FreeIcon {
-    void operator()(HICON h) const { ::DestroyIcon(h); }
-};
-struct FreeImageList {
-    void operator()(HIMAGELIST h) const { ::ImageList_Destroy(h); }
-};
-using UniqueBitmap = std::unique_ptr<std::remove_pointer<HBITMAP>::type, FreeGdiObject>;
-using UniqueIcon = std::unique_ptr<std::remove_pointer<HICON>::type, FreeIcon>;
-using UniqueImageList = std::unique_ptr<std::remove_pointer<HIMAGELIST>::type, FreeImageList>;
+using UniqueBitmap = UniqueGdiObject<HBITMAP>;
+using UniqueIcon = UniqueAny<HICON, ::DestroyIcon>;
+using UniqueImageList = UniqueAny<HIMAGELIST, ::ImageList_Destroy>;
 
 // The column colours of the 8-by-6 test pictures (see make_pictures.py).
 inline COLORREF ColumnColour(int x) { return RGB(30 * x + 10, 200 - 20 * x, 40 + 25 * x); }

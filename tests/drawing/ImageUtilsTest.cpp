@@ -46,7 +46,7 @@ void ExpectCursor(HCURSOR hCursor, DWORD x, DWORD y)
 TEST(ImageUtils, IconSizesCursorsAndFiles)
 {
     UniqueIcon icon(SolidIcon(24, kRed)), mono(MonochromeIcon());
-    ASSERT_NE(mono, nullptr);
+    ASSERT_NE(mono.get(), nullptr);
     EXPECT_EQ(CSize(24, 24), IconSize(icon.get()));
     EXPECT_EQ(CSize(-1, -1), IconSize(mono.get())) << "no colour bitmap";
     EXPECT_EQ(CSize(-1, -1), IconSize(NULL));
@@ -125,7 +125,7 @@ TEST(ImageUtils, BitmapByIndexDrawsOneImageOverTheBackground)
     CBrush blue(kBlue);
     strip.FillRect(&second, &blue);
     UniqueImageList list(strip.CreateImageList(3, kMask, 0));
-    ASSERT_NE(list, nullptr);
+    ASSERT_NE(list.get(), nullptr);
     HBITMAP hBitmap = reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(1));
     ASSERT_TRUE(MImageUtils::GetBitmapByIndex(list.get(), 1, kGreen, hBitmap));
     UniqueBitmap bitmap(hBitmap);

@@ -2,6 +2,7 @@
 // icons, and saved as BMP files that Pillow decodes on the build host.
 #include <gtest/gtest.h>
 #include <climits>
+#include <memory>
 #include "DrawingTestSupport.h"
 #include "MCDC.h"
 #include "ScopedTempFolder.h"
@@ -60,13 +61,13 @@ TEST(Surface, CopiesImageListsAndIconsKeepThePicture)
     MCDC surface(10, 4);
     PaintDistinct(surface);
     UniqueBitmap copy(surface.CreateNewBitmap());
-    ASSERT_NE(copy, nullptr);
+    ASSERT_NE(copy.get(), nullptr);
     EXPECT_NE(copy.get(), surface.GetBitmap());
 
     // A strip of three images 3 pixels wide: the remainder column is dropped.
     EXPECT_EQ(surface.CreateImageList(0, kWhite, 0), nullptr);
     UniqueImageList list(surface.CreateImageList(3, kMask, 0));
-    ASSERT_NE(list, nullptr);
+    ASSERT_NE(list.get(), nullptr);
     int cx = 0, cy = 0;
     ASSERT_TRUE(::ImageList_GetIconSize(list.get(), &cx, &cy));
     EXPECT_EQ(CSize(3, 4), CSize(cx, cy));
@@ -97,7 +98,7 @@ TEST(Surface, CopiesImageListsAndIconsKeepThePicture)
     CBrush red(kRed);
     square.FillRect(&inner, &red);
     UniqueIcon icon(square.CreateNewIcon(kMask));
-    ASSERT_NE(icon, nullptr);
+    ASSERT_NE(icon.get(), nullptr);
     MCDC target(16, 16);
     target.Fill(kGreen);
     ASSERT_TRUE(::DrawIconEx(target.m_hDC, 0, 0, icon.get(), 16, 16, 0, NULL, DI_NORMAL));
@@ -214,7 +215,7 @@ TEST(Surface, SaveWritesA24BitFileFromA32BitSurfaceAndAPaletteFileFromAn8BitOne)
     info.colours[3] = RGBQUAD{255, 0, 0, 0};  // blue
     void* bits = nullptr;
     UniqueBitmap section(::CreateDIBSection(NULL, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, NULL, 0));
-    ASSERT_NE(section, nullptr);
+    ASSERT_NE(section.get(), nullptr);
     HDC hMem = ::CreateCompatibleDC(NULL);
     HGDIOBJ hOld = ::SelectObject(hMem, section.get());
     {
