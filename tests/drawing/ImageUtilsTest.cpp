@@ -9,9 +9,9 @@ namespace {
 
 const COLORREF kRed = RGB(255, 0, 0), kBlue = RGB(0, 0, 255), kGreen = RGB(0, 255, 0), kMask = RGB(255, 0, 255);
 
-HICON SolidIcon(int size, COLORREF colour)
+HICON SolidIcon(int size, COLORREF colour, int height = 0)
 {
-    MCDC surface(size, size);
+    MCDC surface(size, height != 0 ? height : size);
     surface.Fill(colour);
     return surface.CreateNewIcon(kMask);
 }
@@ -82,8 +82,11 @@ TEST(ImageUtils, IconSizesCursorsAndFiles)
 TEST(ImageUtils, OverlayGoesToTheBottomRightCornerOrNowhere)
 {
     HICON hIcon = SolidIcon(32, kRed);
-    UniqueIcon keep(hIcon), small(SolidIcon(16, kBlue)), large(SolidIcon(48, kBlue)), mono(MonochromeIcon());
-    EXPECT_FALSE(MImageUtils::DrawIconOnIcon(hIcon, large.get(), IconPlaceBottomRight, kMask));
+    UniqueIcon keep(hIcon), small(SolidIcon(16, kBlue)), wide(SolidIcon(48, kBlue, 16)), tall(SolidIcon(16, kBlue, 48)),
+        mono(MonochromeIcon());
+    // An overlay larger than the icon in either direction is refused.
+    EXPECT_FALSE(MImageUtils::DrawIconOnIcon(hIcon, wide.get(), IconPlaceBottomRight, kMask));
+    EXPECT_FALSE(MImageUtils::DrawIconOnIcon(hIcon, tall.get(), IconPlaceBottomRight, kMask));
     EXPECT_FALSE(MImageUtils::DrawIconOnIcon(hIcon, mono.get(), IconPlaceBottomRight, kMask));
     for (int place = 0; place <= 10; ++place) {
         if (place != IconPlaceBottomRight) {
