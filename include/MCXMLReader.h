@@ -138,6 +138,12 @@ private:
     // S_OK when it accepts the text, S_FALSE when not.
     template <class Parse>
     HRESULT ParseAttribute(const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name, Parse parse);
+    // Reads the keyword attribute `name` and hands its text to `resolve`, one of the
+    // resolvers below: the reading's result when the attribute is absent or the
+    // reading fails, else the resolver's.
+    template <class Field>
+    HRESULT ResolveKeywordAttribute(const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name,
+                                    HRESULT (MCXMLReader::*resolve)(const _bstr_t&, Field&), Field& field);
 
     // Keyword resolvers: S_OK and the keyword's value when `value` is one of the
     // keywords (exact, case-sensitive), S_FALSE and `out` unchanged otherwise.

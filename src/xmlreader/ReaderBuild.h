@@ -24,3 +24,14 @@ inline _bstr_t ElementPath(std::initializer_list<const wchar_t*> names)
     }
     return _bstr_t(static_cast<const wchar_t*>(path));
 }
+
+template <class Field>
+HRESULT MCXMLReader::ResolveKeywordAttribute(const IXMLDOMNamedNodeMapPtr& attributes, const _bstr_t& name,
+                                             HRESULT (MCXMLReader::*resolve)(const _bstr_t&, Field&), Field& field)
+{
+    _bstr_t keyword;
+    const HRESULT found = CreatePropertyFromAttribute(attributes, name, keyword);
+    if (found != S_OK)
+        return found;
+    return (this->*resolve)(keyword, field);
+}

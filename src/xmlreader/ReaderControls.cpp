@@ -70,15 +70,12 @@ HRESULT MCXMLReader::BuildMCUIWindowDataFromNode(const IXMLDOMNodePtr& node, MCU
         READER_RETURN_IF_FAILED(hr);
         if (hr == S_OK) {
             READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::skinform, window.strSkinForm));
-            _bstr_t keyword;
-            hr = CreatePropertyFromAttribute(attributes, MNUIName::move, keyword);
-            READER_RETURN_IF_FAILED(hr);
-            if (hr == S_OK)
-                READER_RETURN_IF_FAILED(ResolveWindowMoveTypeFromAttribute(keyword, window.eMoveType));
-            hr = CreatePropertyFromAttribute(attributes, MNUIName::resize, keyword);
-            READER_RETURN_IF_FAILED(hr);
-            if (hr == S_OK)
-                READER_RETURN_IF_FAILED(ResolveControlResizeTypeFromAttribute(keyword, window.eResizeType));
+            READER_RETURN_IF_FAILED(ResolveKeywordAttribute(attributes, MNUIName::move,
+                                                            &MCXMLReader::ResolveWindowMoveTypeFromAttribute,
+                                                            window.eMoveType));
+            READER_RETURN_IF_FAILED(ResolveKeywordAttribute(attributes, MNUIName::resize,
+                                                            &MCXMLReader::ResolveControlResizeTypeFromAttribute,
+                                                            window.eResizeType));
         }
 
         READER_RETURN_IF_FAILED(GetAllWindowControls(window.arrControls));
@@ -114,18 +111,15 @@ HRESULT MCXMLReader::BuildMCUIDataControlFromNode(const IXMLDOMNodePtr& node, MC
             READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::skinobjname, control.strSkinObjName));
             READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::actualsize, control.bActualSize));
 
-            _bstr_t keyword;
-            HRESULT hr = CreatePropertyFromAttribute(attributes, MNUIName::type, keyword);
-            READER_RETURN_IF_FAILED(hr);
-            if (hr == S_OK)
-                READER_RETURN_IF_FAILED(ResolveControlTypeFromAttribute(keyword, control.eType));
-            hr = CreatePropertyFromAttribute(attributes, MNUIName::state, keyword);
-            READER_RETURN_IF_FAILED(hr);
-            if (hr == S_OK)
-                READER_RETURN_IF_FAILED(ResolveControlStateFromAttribute(keyword, control.eState));
+            READER_RETURN_IF_FAILED(ResolveKeywordAttribute(attributes, MNUIName::type,
+                                                            &MCXMLReader::ResolveControlTypeFromAttribute,
+                                                            control.eType));
+            READER_RETURN_IF_FAILED(ResolveKeywordAttribute(attributes, MNUIName::state,
+                                                            &MCXMLReader::ResolveControlStateFromAttribute,
+                                                            control.eState));
 
             bool windowless = false;
-            hr = CreatePropertyFromAttribute(attributes, MNUIName::windowless, windowless);
+            HRESULT hr = CreatePropertyFromAttribute(attributes, MNUIName::windowless, windowless);
             READER_RETURN_IF_FAILED(hr);
             if (hr == S_OK)
                 READER_RETURN_IF_FAILED(ResolveControlWindowTypeFromValue(windowless, control.eWindowType));

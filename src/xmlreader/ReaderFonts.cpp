@@ -69,21 +69,14 @@ HRESULT MCXMLReader::BuildMCSkinTextStyleFromNode(const IXMLDOMNodePtr& node, MC
 
         // The enumerations of the byte-packed record may be unaligned: they are
         // resolved into locals.
-        _bstr_t keyword;
-        hr = CreatePropertyFromAttribute(attributes, MNUIName::textflags, keyword);
-        READER_RETURN_IF_FAILED(hr);
-        if (hr == S_OK) {
-            MEFontFlags flags = style.eFlags;
-            READER_RETURN_IF_FAILED(ResolveFontFlagsFromAttribute(keyword, flags));
-            style.eFlags = flags;
-        }
-        hr = CreatePropertyFromAttribute(attributes, MNUIName::texteffect, keyword);
-        READER_RETURN_IF_FAILED(hr);
-        if (hr == S_OK) {
-            MEFontEffect effect = style.eEffect;
-            READER_RETURN_IF_FAILED(ResolveFontEffectFromAttribute(keyword, effect));
-            style.eEffect = effect;
-        }
+        MEFontFlags flags = style.eFlags;
+        READER_RETURN_IF_FAILED(
+            ResolveKeywordAttribute(attributes, MNUIName::textflags, &MCXMLReader::ResolveFontFlagsFromAttribute, flags));
+        style.eFlags = flags;
+        MEFontEffect effect = style.eEffect;
+        READER_RETURN_IF_FAILED(
+            ResolveKeywordAttribute(attributes, MNUIName::texteffect, &MCXMLReader::ResolveFontEffectFromAttribute, effect));
+        style.eEffect = effect;
         return S_OK;
     });
 }
@@ -110,12 +103,8 @@ HRESULT MCXMLReader::BuildLogFontFromNode(const IXMLDOMNodePtr& node, LOGFONTW& 
         if (hr == S_OK && faceName.GetLength() + 1 <= LF_FACESIZE)
             wcscpy(logFont.lfFaceName, faceName);
 
-        _bstr_t keyword;
-        auto resolve = [&](const wchar_t* name, auto resolver, auto& field) -> HRESULT {
-            const HRESULT found = CreatePropertyFromAttribute(attributes, name, keyword);
-            if (found != S_OK)
-                return found;
-            return (this->*resolver)(keyword, field);
+        auto resolve = [&](const wchar_t* name, auto resolver, auto& field) {
+            return ResolveKeywordAttribute(attributes, name, resolver, field);
         };
         READER_RETURN_IF_FAILED(resolve(MNUIName::weight, &MCXMLReader::ResolveFontLogFontWeightFromAttribute, logFont.lfWeight));
         READER_RETURN_IF_FAILED(resolve(MNUIName::charset, &MCXMLReader::ResolveFontLogFontCharsetFromAttribute, logFont.lfCharSet));

@@ -30,11 +30,9 @@ HRESULT MCXMLReader::BuildImageListDataFromNode(const IXMLDOMNodePtr& node, MEUI
             READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::width, list.nWidth));
             READER_RETURN_IF_FAILED(CreatePropertyFromAttribute(attributes, MNUIName::initial, list.nInitial));
             READER_RETURN_IF_FAILED(CreateColorPropertyFromAttribute(attributes, MNUIName::mask, list.crMask));
-            _bstr_t keyword;
-            hr = CreatePropertyFromAttribute(attributes, MNUIName::effect, keyword);
-            READER_RETURN_IF_FAILED(hr);
-            if (hr == S_OK)
-                READER_RETURN_IF_FAILED(ResolveImageEffectFromAttribute(keyword, list.eEffect));
+            READER_RETURN_IF_FAILED(ResolveKeywordAttribute(attributes, MNUIName::effect,
+                                                            &MCXMLReader::ResolveImageEffectFromAttribute,
+                                                            list.eEffect));
         }
 
         IXMLDOMNodeListPtr images;
