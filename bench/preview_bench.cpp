@@ -10,17 +10,15 @@
 #include <DialogPreview.h>
 #include <objbase.h>
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include "BenchTiming.h"
 
 namespace {
 
-const int kRuns = 5;
+using bench::Best;
+using bench::Seconds;
 
-double Seconds()
-{
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
+const int kRuns = 5;
 
 // User and kernel time of the whole process so far.
 double ProcessorSeconds()
@@ -32,11 +30,6 @@ double ProcessorSeconds()
     };
     return (ticks(kernel) + ticks(user)) / 1e7;
 }
-
-struct Best {
-    double seconds = 1e9;
-    void Keep(double value) { seconds = value < seconds ? value : seconds; }
-};
 
 // Builds `window` of `model` and writes its picture to `png`: the seconds each took
 // (the window is destroyed by the caller, outside the time taken).

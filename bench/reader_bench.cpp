@@ -11,8 +11,12 @@
 #include <objbase.h>
 #include <cstdio>
 #include <cwchar>
+#include "BenchTiming.h"
 
 namespace {
+
+using bench::Best;
+using bench::Seconds;
 
 using FontTable = MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>;
 using ControlTable = MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>;
@@ -21,14 +25,6 @@ using StringTable = MCOrderedMap<CString, const wchar_t*, CString, CString&>;
 const int kMinRuns = 5;
 const int kMaxRuns = 100;
 const double kMinSeconds = 3.0;
-
-double Seconds()
-{
-    static LARGE_INTEGER frequency = [] { LARGE_INTEGER f; QueryPerformanceFrequency(&f); return f; }();
-    LARGE_INTEGER now;
-    QueryPerformanceCounter(&now);
-    return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 // A caller that expects thousands of entries sizes its hash tables for them.
 UINT BucketsFor(int count) { return static_cast<UINT>(count) | 1u; }
@@ -44,9 +40,8 @@ bool BuildEverything(MCXMLReader& reader, int count, double& seconds)
     strings.InitHashTable(BucketsFor(count));
 
     const double start = Seconds();
-    const MEControlType button = static_cast<MEControlType>(3);
     const bool ok = reader.GetDialogData(window) == S_OK && reader.GetAllFontsSchemaData(fonts) == S_OK &&
-                    reader.GetAllControlsSchemaDataByType(button, buttons) == S_OK &&
+                    reader.GetAllControlsSchemaDataByType(MEControlTypeButton, buttons) == S_OK &&
                     reader.GetStringTableMap(strings) == S_OK;
     seconds = Seconds() - start;
 
@@ -76,7 +71,7 @@ int wmain(int argc, wchar_t** argv)
         const int count = _wtoi(argv[i]);
         CString path;
         path.Format(L"%s\\controls-%d.xml", argv[1], count);
-        double bestLoad = 1e9, bestBuild = 1e9, bestLint = 1e9;
+        Best bestLoad, bestBuild, bestLint;
         const double sizeStart = Seconds();
         for (int run = 0; run < kMaxRuns && (run < kMinRuns || Seconds() - sizeStart < kMinSeconds); ++run) {
             MCXMLReader reader;
@@ -99,18 +94,19 @@ int wmain(int argc, wchar_t** argv)
                 std::fwprintf(stderr, L"cannot lint %ls\n", static_cast<const wchar_t*>(path));
                 return 1;
             }
-            bestLoad = load < bestLoad ? load : bestLoad;
-            bestBuild = build < bestBuild ? build : bestBuild;
-            bestLint = lint < bestLint ? lint : bestLint;
+            bestLoad.Keep(load);
+            bestBuild.Keep(build);
+            bestLint.Keep(lint);
         }
-        std::printf("%8d %12.2f %12.2f %8.2f %12.2f %10.2f", count, bestLoad * 1000, bestBuild * 1000,
-                    bestBuild / bestLoad, bestLint * 1000, bestLint / bestLoad);
+        const double load = bestLoad.seconds, build = bestBuild.seconds, lint = bestLint.seconds;
+        std::printf("%8d %12.2f %12.2f %8.2f %12.2f %10.2f", count, load * 1000, build * 1000, build / load,
+                    lint * 1000, lint / load);
         if (previousCount > 0)
-            std::printf("   build x%.1f, lint x%.1f for x%d controls", bestBuild / previousBuild, bestLint / previousLint,
+            std::printf("   build x%.1f, lint x%.1f for x%d controls", build / previousBuild, lint / previousLint,
                         count / previousCount);
         std::printf("\n");
-        previousBuild = bestBuild;
-        previousLint = bestLint;
+        previousBuild = build;
+        previousLint = lint;
         previousCount = count;
     }
     CoUninitialize();
