@@ -41,7 +41,7 @@ const wchar_t* Suggest(const std::wstring& word, const std::vector<const wchar_t
     size_t bestDistance = allowed + 1;
     bool tie = false;
     for (const wchar_t* candidate : candidates) {
-        const size_t distance = Lower(candidate) == lower ? 0 : EditDistance(lower, Lower(candidate));
+        const size_t distance = EditDistance(lower, Lower(candidate));
         if (distance < bestDistance) {
             best = candidate;
             bestDistance = distance;
