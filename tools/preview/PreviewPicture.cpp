@@ -89,11 +89,13 @@ CRect RectInParent(HWND control)
 // Each control's frame and identifier, for checking a layout.
 void DrawOutlines(const PreviewWindow& window, HDC dc)
 {
-    HBRUSH frame = ::CreateSolidBrush(RGB(255, 0, 160));
+    CBrush frame;
+    frame.CreateSolidBrush(RGB(255, 0, 160));
     LOGFONTW small = {};
     small.lfHeight = -9;
     lstrcpynW(small.lfFaceName, L"Tahoma", LF_FACESIZE);
-    HFONT font = ::CreateFontIndirectW(&small);
+    CFont font;
+    font.CreateFontIndirect(&small);
     HGDIOBJ oldFont = ::SelectObject(dc, font);
     ::SetBkColor(dc, RGB(255, 0, 160));
     ::SetTextColor(dc, RGB(255, 255, 255));
@@ -109,8 +111,6 @@ void DrawOutlines(const PreviewWindow& window, HDC dc)
         ::TextOutW(dc, rect.left + 1, rect.top + 1, label, label.GetLength());
     }
     ::SelectObject(dc, oldFont);
-    ::DeleteObject(font);
-    ::DeleteObject(frame);
 }
 
 // Writes the surface's picture as a 24-bit PNG file.

@@ -78,12 +78,12 @@ void PaintBox(HWND box, HDC dc)
 {
     RECT rect;
     ::GetClientRect(box, &rect);
-    HBRUSH fill = ::CreateSolidBrush(RGB(226, 232, 240));
-    ::FillRect(dc, &rect, fill);
-    ::DeleteObject(fill);
-    HBRUSH frame = ::CreateSolidBrush(RGB(112, 128, 144));
-    ::FrameRect(dc, &rect, frame);
-    ::DeleteObject(frame);
+    // Made without throwing: this runs inside a window procedure.
+    CBrush fill, frame;
+    if (fill.CreateSolidBrush(RGB(226, 232, 240)))
+        ::FillRect(dc, &rect, fill);
+    if (frame.CreateSolidBrush(RGB(112, 128, 144)))
+        ::FrameRect(dc, &rect, frame);
 
     wchar_t label[256] = L"";
     ::GetWindowTextW(box, label, 256);
