@@ -59,67 +59,43 @@ struct Case {
     }
 };
 
-HRESULT ReadDialog(MCXMLReader& reader)
+// A getter called with a fresh output of type Out, after the arguments given here.
+template <class Out, class Get, class... Before>
+std::function<HRESULT(MCXMLReader&)> Reading(Get get, Before... before)
 {
-    MCUIWindowData window;
-    return reader.GetDialogData(window);
-}
-HRESULT ReadFontSchemas(MCXMLReader& reader)
-{
-    OwningMap<MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>> fonts;
-    return reader.GetAllFontsSchemaData(fonts);
-}
-HRESULT ReadControlSchemas(MCXMLReader& reader)
-{
-    OwningMap<MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>> controls;
-    return reader.GetAllControlsSchemaDataByType(MEControlTypeWindow, controls);
-}
-HRESULT ReadStrings(MCXMLReader& reader)
-{
-    MCXMLReader::StringTable table;
-    return reader.GetStringTableMap(table);
-}
-HRESULT ReadNumberedStrings(MCXMLReader& reader)
-{
-    MCXMLReader::StringTableByID table;
-    return reader.GetStringTableMapByID(table);
-}
-HRESULT ReadFreedata(MCXMLReader& reader)
-{
-    OwningMap<MCXMLReader::FreedataSections> sections;
-    return reader.GetAllFreedataSectionTables(sections);
-}
-HRESULT ReadScript(MCXMLReader& reader)
-{
-    MCUIScriptData script;
-    return reader.GetScriptData(script);
-}
-template <MEUIImageKind kind>
-HRESULT ReadImageLists(MCXMLReader& reader)
-{
-    OwningMap<MCXMLReader::ImageLists> lists;
-    return reader.GetImageListsData(kind, lists);
+    return [=](MCXMLReader& reader) {
+        Out out;
+        return (reader.*get)(before..., out);
+    };
 }
 
+const auto kReadDialog = Reading<MCUIWindowData>(&MCXMLReader::GetDialogData);
+const auto kReadFreedata = Reading<OwningMap<MCXMLReader::FreedataSections>>(&MCXMLReader::GetAllFreedataSectionTables);
+const auto kReadIcons = Reading<OwningMap<MCXMLReader::ImageLists>>(&MCXMLReader::GetImageListsData, MEUIImageKindIcon);
+const auto kReadCursors =
+    Reading<OwningMap<MCXMLReader::ImageLists>>(&MCXMLReader::GetImageListsData, MEUIImageKindCursor);
+
 const Case kCases[] = {
-    {{L"window"}, ReadDialog},
-    {{L"window", L"control"}, ReadDialog},
-    {{L"window", L"footer"}, ReadDialog},
-    {{L"window", L"font"}, ReadDialog},
-    {{L"window", L"control", L"font"}, ReadDialog},
-    {{L"window", L"font", L"textstyle"}, ReadDialog},
-    {{L"window", L"font", L"logfont"}, ReadDialog},
-    {{L"fontschema", L"font"}, ReadFontSchemas},
-    {{L"controlsschema", L"control"}, ReadControlSchemas},
-    {{L"str_table", L"entry"}, ReadStrings, L"id='a'"},
-    {{L"str_table_id", L"entry"}, ReadNumberedStrings, L"id='1'"},
-    {{L"freedata", L"section"}, ReadFreedata},
-    {{L"freedata", L"section", L"entry"}, ReadFreedata, L"name='a'"},
-    {{L"script"}, ReadScript},
-    {{L"icons", L"imagelist"}, ReadImageLists<MEUIImageKindIcon>},
-    {{L"icons", L"imagelist", L"image"}, ReadImageLists<MEUIImageKindIcon>, L"id='a'"},
-    {{L"cursors", L"imagelist"}, ReadImageLists<MEUIImageKindCursor>},
-    {{L"cursors", L"imagelist", L"image"}, ReadImageLists<MEUIImageKindCursor>, L"id='a'"},
+    {{L"window"}, kReadDialog},
+    {{L"window", L"control"}, kReadDialog},
+    {{L"window", L"footer"}, kReadDialog},
+    {{L"window", L"font"}, kReadDialog},
+    {{L"window", L"control", L"font"}, kReadDialog},
+    {{L"window", L"font", L"textstyle"}, kReadDialog},
+    {{L"window", L"font", L"logfont"}, kReadDialog},
+    {{L"fontschema", L"font"}, Reading<FontTable>(&MCXMLReader::GetAllFontsSchemaData)},
+    {{L"controlsschema", L"control"},
+     Reading<ControlTable>(&MCXMLReader::GetAllControlsSchemaDataByType, MEControlTypeWindow)},
+    {{L"str_table", L"entry"}, Reading<MCXMLReader::StringTable>(&MCXMLReader::GetStringTableMap), L"id='a'"},
+    {{L"str_table_id", L"entry"}, Reading<MCXMLReader::StringTableByID>(&MCXMLReader::GetStringTableMapByID),
+     L"id='1'"},
+    {{L"freedata", L"section"}, kReadFreedata},
+    {{L"freedata", L"section", L"entry"}, kReadFreedata, L"name='a'"},
+    {{L"script"}, Reading<MCUIScriptData>(&MCXMLReader::GetScriptData)},
+    {{L"icons", L"imagelist"}, kReadIcons},
+    {{L"icons", L"imagelist", L"image"}, kReadIcons, L"id='a'"},
+    {{L"cursors", L"imagelist"}, kReadCursors},
+    {{L"cursors", L"imagelist", L"image"}, kReadCursors, L"id='a'"},
 };
 
 const MDUIElement* ElementAt(const std::vector<const wchar_t*>& path)

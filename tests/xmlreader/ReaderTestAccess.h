@@ -73,6 +73,8 @@ template <class Map>
 struct OwningMap : Map {
     ~OwningMap() { MDeleteMapValues(*this); }
 };
+typedef OwningMap<MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>> FontTable;
+typedef OwningMap<MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>> ControlTable;
 
 // The typed attribute readers, as text: the result and the output after the call.
 enum class Kind { Bstr, Text, Bool, Dword, Byte, Char, Long, Int, Rgb, Argb, Rect, Colour, RectEx };

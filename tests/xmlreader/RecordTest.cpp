@@ -6,7 +6,6 @@
 #include <functional>
 
 typedef MCXMLReader::StringTable TextTable;
-typedef OwningMap<MCMap<CString, const wchar_t*, MCUIDataControl*, MCUIDataControl*&>> ControlTable;
 
 namespace {
 
@@ -36,7 +35,7 @@ TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
     // Outputs as a caller may hold them: a closed reader or a missing section leaves them alone.
     MCUIWindowData window;
     window.strSkinForm = L"untouched";
-    OwningMap<MCMap<CString, const wchar_t*, MCUIDataFont*, MCUIDataFont*&>> fonts;
+    FontTable fonts;
     ControlTable controls;
     MCUIScriptData script;
     script.strFile = L"untouched";
