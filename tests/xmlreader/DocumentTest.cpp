@@ -50,6 +50,7 @@ TEST(ReaderDocument, OpenCloseReopenAttachAndCopy)
     EXPECT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
     assigned = reader;
     EXPECT_TRUE(Access::Document(assigned) == created && Access::IsOpen(assigned));
+    EXPECT_EQ(CString(L"earlier"), assigned.m_strError) << "the error record is assigned too";
 
     EXPECT_EQ(E_POINTER, attached.GetIXMLDOMDocument(out));
     EXPECT_EQ(E_POINTER, attached.SetIXMLDOMDocument(IXMLDOMDocumentPtr()));
