@@ -36,7 +36,6 @@ struct MCXMLReaderTestAccess {
     static HRESULT Quality(MCXMLReader& r, const _bstr_t& v, BYTE& o) { return r.ResolveFontLogFontQualityFromAttribute(v, o); }
     static HRESULT Pitch(MCXMLReader& r, const _bstr_t& v, BYTE& o) { return r.ResolveFontLogFontPitchFromAttribute(v, o); }
     static HRESULT Family(MCXMLReader& r, const _bstr_t& v, BYTE& o) { return r.ResolveFontLogFontFamilyFromAttribute(v, o); }
-    static HRESULT WindowType(MCXMLReader& r, bool flag, MEControlWindowType& o) { return r.ResolveControlWindowTypeFromValue(flag, o); }
 };
 typedef MCXMLReaderTestAccess Access;
 
