@@ -10,52 +10,52 @@ const wchar_t* Buffer(const CString& s) { return static_cast<const wchar_t*>(s);
 
 TEST(CStringShareTest, CopiesShareOneBufferUntilWritten)
 {
-    CString a(L"shared text"), b(a), c;
-    c = b;
-    EXPECT_EQ(Buffer(a), Buffer(b));
-    EXPECT_EQ(Buffer(a), Buffer(c));
-    b.SetAt(0, L'S');
-    c += L"!";
-    EXPECT_STREQ(L"shared text", a);
-    EXPECT_STREQ(L"Shared text", b);
-    EXPECT_STREQ(L"shared text!", c);
-
-    // Every writer unshares first.
+    // Every writer unshares first; the other copies still share.
     void (*const writers[])(CString&) = {
         [](CString& s) { s.MakeUpper(); },       [](CString& s) { s.MakeLower(); },
         [](CString& s) { s.Trim(); },            [](CString& s) { s.Replace(L'a', L'b'); },
         [](CString& s) { s.Delete(0); },         [](CString& s) { s.Insert(0, L'x'); },
         [](CString& s) { s.GetBuffer()[1] = L'#'; s.ReleaseBuffer(); },
         [](CString& s) { s.Format(L"%d", 5); }, [](CString& s) { s.Empty(); },
+        [](CString& s) { s.SetAt(0, L'S'); },    [](CString& s) { s += L"!"; },
     };
     for (auto write : writers) {
-        CString original(L" aBc "), copy(original), untouched(original);
+        CString original(L" aBc "), copy(original), assigned;
+        assigned = original;
+        EXPECT_EQ(Buffer(original), Buffer(copy));
         write(copy);
         EXPECT_STREQ(L" aBc ", original) << "writer " << &write - writers;
-        EXPECT_EQ(Buffer(original), Buffer(untouched));  // the other copies still share
+        EXPECT_EQ(Buffer(original), Buffer(assigned));
     }
 }
 
-TEST(CStringTest, MidLeftRightClampToTheString)
+TEST(CStringTest, PiecesConcatenationAndNarrowText)
 {
     const CString s(L"abcdef");
+    CString written(s);
+    written.SetAt(0, L'A');
     const CString results[] = {s.Mid(2),    s.Mid(2, 3), s.Mid(-2, 3), s.Mid(4, 10),  s.Mid(10),
                                s.Mid(3, -1), s.Mid(0),   s.Left(2),    s.Left(-1),    s.Left(99),
-                               s.Right(2),  s.Right(-3), s.Right(99),  CString().Mid(1, 2)};
+                               s.Right(2),  s.Right(-3), s.Right(99),  CString().Mid(1, 2),
+                               L'<' + s + L">", s + s,  CString("plain"), CString("plain", 3),
+                               CString(static_cast<const char*>(NULL)), written};
     const wchar_t* const expected[] = {L"cdef", L"cde", L"abc", L"ef",     L"",   L"",       L"abcdef",
-                                       L"ab",   L"",    L"abcdef", L"ef", L"",   L"abcdef", L""};
+                                       L"ab",   L"",    L"abcdef", L"ef", L"",   L"abcdef", L"",
+                                       L"<abcdef>", L"abcdefabcdef", L"plain", L"pla", L"",     L"Abcdef"};
     for (size_t i = 0; i < sizeof(expected) / sizeof(expected[0]); i++)
         EXPECT_STREQ(expected[i], results[i]) << "case " << i;
 }
 
-TEST(CStringTest, FindReverseFindFindOneOf)
+TEST(CStringTest, SearchesAndComparisons)
 {
-    const CString s(L"a.b@c.d");
+    const CString s(L"a.b@c.d"), apple(L"Apple");
     const int found[] = {s.Find(L'.'),       s.Find(L'.', 2),      s.Find(L'x'),         s.Find(L'.', 7),
                          s.Find(L'.', -1),   s.Find(L"@c"),        s.Find(L"@c", 4),     s.Find(L"a", 99),
                          s.ReverseFind(L'.'), s.ReverseFind(L'a'), s.ReverseFind(L'x'), s.FindOneOf(L"@."),
-                         s.FindOneOf(L"xyz"), s.FindOneOf(L""),    CString().Find(L'a')};
-    const int expected[] = {1, 5, -1, -1, -1, 3, -1, -1, 5, 0, -1, 1, -1, -1, -1};
+                         s.FindOneOf(L"xyz"), s.FindOneOf(L""),    CString().Find(L'a'),
+                         apple == L"Apple",   apple != L"apple",   apple.CompareNoCase(L"APPLE"),
+                         apple.Compare(L"Banana") < 0, apple < CString(L"apple")};  // ordinal: upper case first
+    const int expected[] = {1, 5, -1, -1, -1, 3, -1, -1, 5, 0, -1, 1, -1, -1, -1, 1, 1, 0, 1, 1};
     for (size_t i = 0; i < sizeof(expected) / sizeof(expected[0]); i++)
         EXPECT_EQ(expected[i], found[i]) << "case " << i;
 }
@@ -74,6 +74,7 @@ TEST(CStringTest, TrimRemovesWhiteSpaceOrTheGivenCharacters)
         {L"xxaxx", [](CString& s) -> CString& { return s.TrimLeft(L'x'); }, L"axx"},
         {L"xxaxx", [](CString& s) -> CString& { return s.TrimRight(L'x'); }, L"xxa"},
         {L"   ", [](CString& s) -> CString& { return s.Trim(); }, L""},
+        {L"  ", [](CString& s) -> CString& { return s.TrimRight(); }, L""},
         {L"", [](CString& s) -> CString& { return s.Trim(); }, L""},
     };
     for (const Case& c : cases) {
@@ -120,24 +121,9 @@ TEST(CStringTest, FormatBuffersAndConversions)
         ::SysFreeString(bstr);
     }
 
-    EXPECT_STREQ(L"plain ascii", CString("plain ascii"));
-    EXPECT_STREQ(L"pla", CString("plain", 3));
-    EXPECT_STREQ(L"", CString(static_cast<const char*>(NULL)));
     s = L"x";
     s += "yz";
     EXPECT_STREQ(L"xyz", s);
-}
-
-TEST(CStringTest, ComparisonsAndConcatenation)
-{
-    CString a(L"Apple");
-    EXPECT_TRUE(a == L"Apple");
-    EXPECT_TRUE(a != L"apple");
-    EXPECT_EQ(0, a.CompareNoCase(L"APPLE"));
-    EXPECT_LT(a.Compare(L"Banana"), 0);
-    EXPECT_TRUE(a < CString(L"apple"));  // ordinal: upper case first
-    EXPECT_STREQ(L"<Apple>", L'<' + a + L">");
-    EXPECT_STREQ(L"AppleApple", a + a);
 }
 
 TEST(CStringResourceTest, LoadStringFindsTheProgramsStrings)
