@@ -15,14 +15,6 @@ public:
     INT_PTR Capacity() const { return m_nMaxSize; }
 };
 
-CString Joined(const CStringArray& a)
-{
-    CString out;
-    for (INT_PTR i = 0; i < a.GetSize(); ++i)
-        out += a[i] + L",";
-    return out;
-}
-
 TEST(CArrayTest, GrowsByAnEighthBetweenFourAnd1024)
 {
     ProbeArray a, stepped;
@@ -41,46 +33,45 @@ TEST(CArrayTest, GrowsByAnEighthBetweenFourAnd1024)
     EXPECT_EQ(10, stepped.Capacity());
 }
 
-TEST(CArrayTest, InsertAndRemoveKeepOrder)
+TEST(CArrayTest, InsertRemoveAndBadArguments)
 {
     CStringArray a;
+    auto joined = [&a] {
+        CString out;
+        for (INT_PTR i = 0; i < a.GetSize(); ++i)
+            out += a[i] + L",";
+        return out;
+    };
     for (const wchar_t* s : {L"a", L"b", L"c"})
         a.Add(s);
     a.InsertAt(1, CString(L"x"), 2);
-    EXPECT_STREQ(L"a,x,x,b,c,", Joined(a));
+    EXPECT_STREQ(L"a,x,x,b,c,", joined());
     a.InsertAt(0, a[4]);  // the element comes from the array itself
-    EXPECT_STREQ(L"c,a,x,x,b,c,", Joined(a));
+    EXPECT_STREQ(L"c,a,x,x,b,c,", joined());
     a.RemoveAt(1, 3);
-    EXPECT_STREQ(L"c,b,c,", Joined(a));
+    EXPECT_STREQ(L"c,b,c,", joined());
     a.InsertAt(7, CString(L"far"));  // past the end: the gap is filled with empty strings
-    EXPECT_STREQ(L"c,b,c,,,,,far,", Joined(a));
+    EXPECT_STREQ(L"c,b,c,,,,,far,", joined());
     a.SetSize(2);
-    EXPECT_STREQ(L"c,b,", Joined(a));
+    EXPECT_STREQ(L"c,b,", joined());
+
+    // Bad indexes and sizes change nothing.
+    const std::function<void()> calls[] = {
+        [&] { a.SetSize(-1); }, [&] { a.GetAt(2); }, [&] { a.GetAt(-1); }, [&] { a.RemoveAt(1, 2); },
+        [&] { a.SetAtGrow(-1, L"x"); },
+    };
+    for (const auto& call : calls)
+        EXPECT_TRUE(Throws<CInvalidArgException>(call)) << "call " << &call - calls;
+    EXPECT_STREQ(L"c,b,", joined());
     a.RemoveAll();
     EXPECT_TRUE(a.IsEmpty());
 }
 
-TEST(CArrayTest, BadIndexesAndSizesAreInvalidArguments)
-{
-    CArray<int, int> a;
-    a.Add(1);
-    const std::function<void()> calls[] = {
-        [&] { a.SetSize(-1); }, [&] { a.GetAt(1); }, [&] { a.GetAt(-1); }, [&] { a.RemoveAt(0, 2); },
-        [&] { a.SetAtGrow(-1, 5); },
-    };
-    for (const auto& call : calls)
-        EXPECT_TRUE(Throws<CInvalidArgException>(call)) << "call " << &call - calls;
-    ASSERT_EQ(1, a.GetSize());
-    EXPECT_EQ(1, a[0]);
-}
-
 TEST(HashKeyTest, IntegersShiftAndStringsMultiplyBy33)
 {
-    EXPECT_EQ(0x123u, HashKey<int>(0x1234));
-    EXPECT_EQ(0u, HashKey<int>(0xF));
-    EXPECT_EQ(0u, HashKey<LPCWSTR>(L""));
-    EXPECT_EQ(static_cast<UINT>(L'a') * 33 + L'b', HashKey<LPCWSTR>(L"ab"));
-    EXPECT_EQ(HashKey<LPCWSTR>(L"some key"), HashKey<const CString&>(CString(L"some key")));
+    EXPECT_EQ((Values{0x123, 0, 0, L'a' * 33 + L'b', HashKey<LPCWSTR>(L"some key")}),
+              (Values{HashKey<int>(0x1234), HashKey<int>(0xF), HashKey<LPCWSTR>(L""), HashKey<LPCWSTR>(L"ab"),
+                      HashKey<const CString&>(CString(L"some key"))}));
 }
 
 // Exposes the node blocks of the map and its keys in iteration order.
@@ -107,23 +98,29 @@ public:
     }
 };
 
-TEST(CMapTest, SeventeenBucketsNewestFirstWithinABucket)
+TEST(CMapTest, SeventeenBucketsNewestFirstNodesInBlocks)
 {
-    ProbeMap map;
+    ProbeMap map(2), wide;
     EXPECT_EQ(17u, map.GetHashTableSize());
     // 0x10 and 0x120 share bucket 1 (hashes 1 and 18); 0x20 is alone in bucket 2.
     map[0x20] = L"b";
     map[0x10] = L"a1";
     map[0x120] = L"a2";
     EXPECT_EQ((std::vector<int>{0x120, 0x10, 0x20}), map.Keys());
+    // Nodes come in blocks of the given size; a freed node is used again.
+    map[0x30] = L"x";
+    map[0x40] = L"x";
+    EXPECT_EQ(3, map.Blocks());
+    map.RemoveKey(0x10);
+    map[100] = L"reuses the freed node";
+    EXPECT_EQ(3, map.Blocks());
 
-    ProbeMap wide;
     wide.InitHashTable(101);
     EXPECT_EQ(101u, wide.GetHashTableSize());
     for (int i = 0; i < 1000; i++)
         wide[i * 16] = L"x";
-    EXPECT_EQ(1000, wide.GetCount());
-    EXPECT_NE(nullptr, wide.PLookup(999 * 16));
+    // Blocks of ten nodes unless the map is told otherwise.
+    EXPECT_EQ((Values{1000, 1, 100}), (Values{wide.GetCount(), wide.PLookup(999 * 16) != nullptr, wide.Blocks()}));
 }
 
 TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
@@ -152,20 +149,6 @@ TEST(CMapTest, LookupSetAtRemoveKeyAndIteration)
     EXPECT_EQ(0, map.Blocks());  // the last removal frees every block
     map[1] = L"again";
     EXPECT_STREQ(L"again", map[1]);
-}
-
-TEST(CMapTest, NodesComeInBlocksOfTheGivenSize)
-{
-    ProbeMap map(2), defaults;
-    for (int i = 0; i < 5; i++)
-        map[i] = L"x";
-    EXPECT_EQ(3, map.Blocks());
-    map.RemoveKey(0);
-    map[100] = L"reuses the freed node";
-    EXPECT_EQ(3, map.Blocks());
-    for (int i = 0; i < 11; i++)
-        defaults[i] = L"x";
-    EXPECT_EQ(2, defaults.Blocks());
 }
 
 TEST(CMapTest, StringKeysLookUpByPointer)
