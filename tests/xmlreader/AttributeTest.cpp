@@ -1,69 +1,34 @@
 // Typed attribute readers and keyword resolvers. The keyword tables themselves are
 // checked through the golden case keywords.xml (see golden_dumps.py).
 #include "ReaderTestAccess.h"
+#include <algorithm>
 #include <functional>
+#include <iterator>
 
-namespace {
-
-struct ParseCase {
-    Kind kind;
-    const wchar_t* text;  // NULL: the attribute is absent
-    const char* outcome;  // result and output after the call
-};
-
-const ParseCase kParseCases[] = {
-    // text readers: emptied first
-    {Kind::Bstr, L"x y", "S_OK:x y"}, {Kind::Bstr, NULL, "S_FALSE:"}, {Kind::Text, L"", "S_OK:"},
-    {Kind::Text, L"Hello", "S_OK:Hello"}, {Kind::Text, NULL, "S_FALSE:"},
-    // bool: only "1" is true; an absent attribute leaves the output
-    {Kind::Bool, L"1", "S_OK:true"}, {Kind::Bool, L"true", "S_OK:false"}, {Kind::Bool, L"01", "S_OK:false"},
-    {Kind::Bool, NULL, "S_FALSE:true"},
-    // DWORD: "%u", reset to 0
-    {Kind::Dword, L"4000000000", "S_OK:4000000000"}, {Kind::Dword, L"-1", "S_OK:4294967295"},
-    {Kind::Dword, L"12px", "S_OK:12"}, {Kind::Dword, L"  7", "S_OK:7"}, {Kind::Dword, L"010", "S_OK:10"},
-    {Kind::Dword, L"px12", "S_FALSE:0"}, {Kind::Dword, L"", "S_FALSE:0"}, {Kind::Dword, NULL, "S_FALSE:0"},
-    // BYTE: "%u" up to 255
-    {Kind::Byte, L"255", "S_OK:255"}, {Kind::Byte, L"256", "S_FALSE:0"}, {Kind::Byte, L"-1", "S_FALSE:0"},
-    {Kind::Byte, NULL, "S_FALSE:0"},
-    // char: "%d" from -128 to 128, 128 wraps
-    {Kind::Char, L"128", "S_OK:-128"}, {Kind::Char, L"129", "S_FALSE:0"}, {Kind::Char, L"-128", "S_OK:-128"},
-    {Kind::Char, L"-129", "S_FALSE:0"}, {Kind::Char, L"127", "S_OK:127"},
-    // long and int: "%d"
-    {Kind::Long, L"-5", "S_OK:-5"}, {Kind::Long, L"010", "S_OK:10"}, {Kind::Long, L"0x10", "S_OK:0"},
-    {Kind::Long, L"abc", "S_FALSE:0"}, {Kind::Int, L"+42;", "S_OK:42"}, {Kind::Int, NULL, "S_FALSE:0"},
-    // colours: three or four numbers up to 255, single commas, output kept on failure
-    {Kind::Rgb, L"10,20,30", "S_OK:30,20,10"}, {Kind::Rgb, L"10,20", "S_FALSE:9,9,9"},
-    {Kind::Rgb, L"10,20,256", "S_FALSE:9,9,9"}, {Kind::Argb, L"10,20,30,40", "S_OK:30,20,10,40"},
-    {Kind::Argb, L"10,20,30,256", "S_FALSE:9,9,9,9"}, {Kind::Argb, NULL, "S_FALSE:9,9,9,9"},
-    {Kind::Colour, L"255,0,0", "S_OK:0x0000FF"}, {Kind::Colour, L"1, 2, 3", "S_OK:0x030201"},
-    {Kind::Colour, L"1 ,2,3", "S_FALSE:0xABCDEF"}, {Kind::Colour, L"255,0", "S_FALSE:0xABCDEF"},
-    {Kind::Colour, L"-1,0,0", "S_FALSE:0xABCDEF"},
-    // rectangles: "%i" reads hex and octal; trailing text ignored
-    {Kind::Rect, L"0x10,0,0,010", "S_OK:16,0,0,8"}, {Kind::Rect, L"1,2,3,4,5", "S_OK:1,2,3,4"},
-    {Kind::Rect, L"-1,-2,3,4", "S_OK:-1,-2,3,4"}, {Kind::Rect, L"1,2,3", "S_FALSE:7,7,7,7"},
-    {Kind::Rect, L"1 ,2,3,4", "S_FALSE:7,7,7,7"}, {Kind::RectEx, L"10,20,100,50", "S_OK:10,20,110,70"},
-    {Kind::RectEx, L"10,20,-5,0x10", "S_OK:10,20,5,36"}, {Kind::RectEx, NULL, "S_FALSE:7,7,7,7"},
-};
-
-}  // namespace
-
+// The cases are in tests/data/xmlreader/attributes.xml.
 TEST(ReaderAttributes, NumberParsingTable)
 {
-    IXMLDOMDocumentPtr document = MakeDocument(L"<root><e other='x'/></root>");  // "other" keeps the map non-empty
-    IXMLDOMNodePtr node;
-    ASSERT_EQ(S_OK, document->selectSingleNode(_bstr_t(L"root/e"), &node));
-    IXMLDOMElementPtr element = node;
-    for (const ParseCase& row : kParseCases) {
-        if (row.text != NULL)
-            element->setAttribute(_bstr_t((L"a" + std::to_wstring(&row - kParseCases)).c_str()), _variant_t(row.text));
-    }
-
+    const wchar_t* const kinds[] = {L"bstr", L"text", L"bool", L"dword", L"byte", L"char",  L"long",
+                                    L"int",  L"rgb",  L"argb", L"rect",  L"colour", L"rectex"};  // in Kind's order
     MCXMLReader reader;
-    ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(document));
-    IXMLDOMNamedNodeMapPtr attributes = AttributesAt(reader, L"root/e");
-    for (const ParseCase& row : kParseCases) {
-        const _bstr_t name((L"a" + std::to_wstring(&row - kParseCases)).c_str());
-        EXPECT_EQ(row.outcome, ReadAs(reader, attributes, name, row.kind)) << "text '" << Show(row.text) << "'";
+    IXMLDOMNodeListPtr cases;
+    ASSERT_EQ(S_OK, reader.Open(TestDataPath(L"xmlreader\\attributes.xml"), 0));
+    ASSERT_EQ(S_OK, Access::FindNodesInDocument(reader, L"root/case", cases));
+    long count = 0;
+    ASSERT_EQ(S_OK, cases->get_length(&count));
+    for (long i = 0; i < count; ++i) {
+        IXMLDOMNodePtr node;
+        IXMLDOMNamedNodeMapPtr attributes;
+        _bstr_t kind, text, outcome;
+        ASSERT_EQ(S_OK, cases->get_item(i, &node));
+        ASSERT_EQ(S_OK, Access::GetNamedNodeMap(reader, node, attributes));
+        Access::FindAttributeInNode(reader, L"kind", attributes, kind);
+        Access::FindAttributeInNode(reader, L"text", attributes, text);
+        Access::FindAttributeInNode(reader, L"outcome", attributes, outcome);
+        const auto named = std::find_if(std::begin(kinds), std::end(kinds), [&](const wchar_t* k) { return Show(kind) == Show(k); });
+        ASSERT_NE(std::end(kinds), named) << "no kind " << Show(kind);
+        EXPECT_EQ(Show(outcome), ReadAs(reader, attributes, L"text", static_cast<Kind>(named - kinds)))
+            << Show(kind) << " '" << Show(text) << "'";
     }
     EXPECT_TRUE(reader.m_strError.IsEmpty()) << "unacceptable text is no error";
 

@@ -86,6 +86,7 @@ inline std::string Show(const wchar_t* text)
     return out;
 }
 inline std::string Show(const std::string& text) { return text; }
+inline std::string Show(const _bstr_t& text) { return Show(static_cast<const wchar_t*>(text)); }
 inline std::string Show(bool value) { return value ? "true" : "false"; }
 inline std::string Show(char value) { return std::to_string(static_cast<signed char>(value)); }
 inline std::string Show(long long value) { return std::to_string(value); }
