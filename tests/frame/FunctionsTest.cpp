@@ -47,38 +47,26 @@ std::vector<TraceLine> Traced(Trace trace)
     return g_lines;
 }
 
-TEST(TraceTest, TextIsFormattedTwiceWithThePlatformMeaningOfPercentS)
+TEST(TraceTest, TextIsFormattedTwiceAndTheChannelIsTextAResourceOrNothing)
 {
     const CString longText(L'x', 5000), fits(L'y', 2047);
     std::vector<TraceLine> lines = Traced([&] {
         UVLRDebugOutputEx(L"chan", L"%d items in %s, %S", 3, L"the box", "narrow");
-        UVLRDebugOutputEx(L"chan", L"%s", L"100%%");  // the first pass leaves "100%%" for Corvel
-        UVLRDebugOutputEx(L"chan", L"load %d%%%%", 50);
-        UVLRDebugOutputEx(L"chan", L"%s", static_cast<const wchar_t*>(longText));  // cut, not overrun
-        UVLRDebugOutputEx(L"chan", L"%s", static_cast<const wchar_t*>(fits));
+        UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_CHANNEL), L"%s", L"100%%");  // Corvel formats "100%%" again
+        UVLRDebugOutputEx(NULL, L"load %d%%%%", 50);
+        UVLRDebugOutputEx(L"", L"%s", static_cast<const wchar_t*>(longText));  // cut, not overrun
+        UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_MISSING), L"%s", static_cast<const wchar_t*>(fits));
         UVLRDebugOutput(L"%s %d", L"ignored", 1);
     });
     ASSERT_EQ(5u, lines.size());
-    EXPECT_EQ("chan", lines[0].channel);
     EXPECT_STREQ(L"3 items in the box, narrow", lines[0].text);
     EXPECT_STREQ(L"100%", lines[1].text);
     EXPECT_STREQ(L"load 50%", lines[2].text);
     EXPECT_EQ(2047, lines[3].text.GetLength());
     EXPECT_EQ(fits, lines[4].text);
-}
-
-TEST(TraceTest, ChannelIsTextAResourceOrNothing)
-{
-    std::vector<TraceLine> lines = Traced([] {
-        UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_CHANNEL), L"a");
-        UVLRDebugOutputEx(NULL, L"b");
-        UVLRDebugOutputEx(L"", L"c");
-        UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_MISSING), L"d");
-    });
-    ASSERT_EQ(4u, lines.size());
-    EXPECT_EQ("ResourceChannel", lines[0].channel);
-    for (size_t i = 1; i < 4; ++i)
-        EXPECT_EQ("", lines[i].channel) << i;
+    const char* const channels[] = {"chan", "ResourceChannel", "", "", ""};
+    for (size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(channels[i], lines[i].channel) << i;
 }
 
 }  // namespace

@@ -20,7 +20,11 @@ TEST(UserNamesTest, FormatsByPreferenceAndCopiesAllSixStrings)
         {{L"", L"id", L"nick", L"", L"", L"alias"}, L"nick", L"nick", L"nick"},
         {{L"x#ext", L"id", L"", L"", L"", L"alias"}, L"id", L"x#ext", L"alias"},
         {{L"#Ext", L"", L"nick", L"", L"", L""}, L"nick", L"#Ext", L"nick"},
-        {{L"ext", L"id", L"", L"", L"", L""}, L"ext", L"ext", L"id"},  // too short to be external
+        // Not external: too short for the "#ext" suffix, or anything after it.
+        {{L"ext", L"id", L"", L"", L"", L""}, L"ext", L"ext", L"id"},
+        {{L"#ex", L"id", L"", L"Aa", L"", L""}, L"#ex", L"#ex", L"id"},
+        {{L"name#ext ", L"id", L"", L"Aa", L"", L""}, L"name#ext ", L"name#ext ", L"id"},
+        {{L"name#exta", L"id", L"", L"Aa", L"", L""}, L"name#exta", L"name#exta", L"id"},
         {{L"", L"", L"", L"", L"", L""}, L"", L"", L""},
         {{L"d", L"i", L"n", L"f", L"l", L"a"}, L"d", L"d", L"n"},
     };
@@ -41,20 +45,6 @@ TEST(UserNamesTest, FormatsByPreferenceAndCopiesAllSixStrings)
                                                                      names->m_strLoginAlias));
         }
     }
-}
-
-TEST(UserNamesTest, ExternalSuffixIgnoresCase)
-{
-    MCUserNames names;
-    struct Case {
-        const wchar_t* id;
-        bool external;
-    } const cases[] = {
-        {L"name#ext", true},   {L"NAME#EXT", true},    {L"#eXt", true}, {L"#ex", false},
-        {L"name#ext ", false}, {L"name#exta", false}, {L"", false},    {L"ext", false},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(c.external, names.IsExternalID(CString(c.id))) << c.id;
 }
 
 TEST(OwnerUtilsTest, AnalyzeTrimsAndClassifies)
