@@ -129,8 +129,10 @@ TEST(FormatAgreement, ReaderLooksUpExactlyTheListedAttributesInOrder)
         MCXMLReader reader;
         ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(MakeDocument(xml.c_str())));
         // Every element's attribute map shares the root's function table.
-        IXMLDOMNamedNodeMapPtr anyMap = AttributesAt(reader, L"root");
-        ASSERT_TRUE(anyMap);
+        IXMLDOMNodePtr root;
+        IXMLDOMNamedNodeMapPtr anyMap;
+        ASSERT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root", root));
+        ASSERT_EQ(S_OK, Access::GetNamedNodeMap(reader, root, anyMap));
         g_lookups.clear();
         HRESULT hr;
         {

@@ -54,16 +54,6 @@ inline IXMLDOMDocumentPtr MakeDocument(const wchar_t* xml)
 // A reader on a document holding the given XML text.
 inline void Attach(MCXMLReader& reader, const wchar_t* xml) { ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(MakeDocument(xml))); }
 
-// The attribute map of the first element matching `path` in a reader's document.
-inline IXMLDOMNamedNodeMapPtr AttributesAt(MCXMLReader& reader, const wchar_t* path)
-{
-    IXMLDOMNodePtr node;
-    IXMLDOMNamedNodeMapPtr attributes;
-    EXPECT_EQ(S_OK, Access::FindNodeInDocument(reader, path, node));
-    Access::GetNamedNodeMap(reader, node, attributes);
-    return attributes;
-}
-
 // Path of a description under tests/data/xmlreader/golden.
 inline CString GoldenPath(const wchar_t* name) { return TestDataPath(CString(L"xmlreader\\golden\\") + name); }
 

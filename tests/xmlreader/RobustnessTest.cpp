@@ -7,28 +7,21 @@ namespace {
 
 const unsigned kSeed = 20261123;
 
-class TextGenerator {
-public:
-    explicit TextGenerator(unsigned seed) : m_random(seed) {}
-    size_t Below(size_t n) { return std::uniform_int_distribution<size_t>(0, n - 1)(m_random); }
+size_t Below(std::mt19937& random, size_t n) { return std::uniform_int_distribution<size_t>(0, n - 1)(random); }
 
-    // Pieces that the number and keyword readers treat specially, escaped for an attribute.
-    std::wstring Text()
-    {
-        static const wchar_t* const pieces[] = {
-            L",", L" ", L"-", L"+", L"0x", L"0", L"px", L"&#9;", L"1", L"255", L"256", L"128", L"-129",
-            L"bold", L"cleartype", L"imagebutton", L"no", L"c", L"\u00e9", L"\u4e2d\u6587", L"\U0001F600",
-            L"%s", L"%n", L"&amp;", L"&lt;", L"&quot;", L"4294967296", L"99999999999999999999999999999999999999"};
-        std::wstring text;
-        for (size_t i = Below(8); i > 0; --i)
-            text += Below(4) == 0 ? std::to_wstring(static_cast<long long>(m_random()) - 0x7FFFFFFFLL)
-                                  : pieces[Below(sizeof(pieces) / sizeof(pieces[0]))];
-        return text;
-    }
-
-private:
-    std::mt19937 m_random;
-};
+// Pieces that the number and keyword readers treat specially, escaped for an attribute.
+std::wstring RandomText(std::mt19937& random)
+{
+    static const wchar_t* const pieces[] = {
+        L",", L" ", L"-", L"+", L"0x", L"0", L"px", L"&#9;", L"1", L"255", L"256", L"128", L"-129",
+        L"bold", L"cleartype", L"imagebutton", L"no", L"c", L"\u00e9", L"\u4e2d\u6587", L"\U0001F600",
+        L"%s", L"%n", L"&amp;", L"&lt;", L"&quot;", L"4294967296", L"99999999999999999999999999999999999999"};
+    std::wstring text;
+    for (size_t i = Below(random, 8); i > 0; --i)
+        text += Below(random, 4) == 0 ? std::to_wstring(static_cast<long long>(random()) - 0x7FFFFFFFLL)
+                                      : pieces[Below(random, sizeof(pieces) / sizeof(pieces[0]))];
+    return text;
+}
 
 bool IsResult(HRESULT hr) { return hr == S_OK || hr == S_FALSE; }
 
@@ -37,7 +30,7 @@ bool IsResult(HRESULT hr) { return hr == S_OK || hr == S_FALSE; }
 TEST(ReaderRobustness, RandomAttributeTexts)
 {
     SCOPED_TRACE(::testing::Message() << "seed " << kSeed);
-    TextGenerator generator(kSeed);
+    std::mt19937 random(kSeed);
     IXMLDOMDocumentPtr document = MakeDocument(L"<root><e/></root>");
     IXMLDOMNodePtr node;
     ASSERT_EQ(S_OK, document->selectSingleNode(_bstr_t(L"root/e"), &node));
@@ -45,7 +38,7 @@ TEST(ReaderRobustness, RandomAttributeTexts)
     MCXMLReader r;
     ASSERT_EQ(S_OK, r.SetIXMLDOMDocument(document));
     for (int i = 0; i < 3000 && !HasFatalFailure(); ++i) {
-        std::wstring text = generator.Text();
+        std::wstring text = RandomText(random);
         if (i % 1000 == 999)
             text = std::wstring(1 << 20, L"7,"[i % 2]) + text;  // a 1 MB value
         ASSERT_EQ(S_OK, element->setAttribute(_bstr_t(L"v"), _variant_t(text.c_str())));
@@ -67,35 +60,28 @@ TEST(ReaderRobustness, RandomAttributeTexts)
 TEST(ReaderRobustness, RandomDocuments)
 {
     SCOPED_TRACE(::testing::Message() << "seed " << kSeed);
-    TextGenerator generator(kSeed + 1);
-    int loaded = 0;
+    std::mt19937 random(kSeed + 1);
     for (int i = 0; i < 150; ++i) {
-        std::wstring xml = L"<root><script file=\"" + generator.Text() + L"\"/><str_table>";
-        const size_t entries = i == 7 ? 5000 : generator.Below(20);
+        std::wstring xml = L"<root><script file=\"" + RandomText(random) + L"\"/><str_table>";
+        const size_t entries = i == 7 ? 5000 : Below(random, 20);
         for (size_t e = 0; e < entries; ++e)
-            xml += L"<entry id=\"" + generator.Text() + L"\" text=\"" + generator.Text() + L"\"/>";
+            xml += L"<entry id=\"" + RandomText(random) + L"\" text=\"" + RandomText(random) + L"\"/>";
         xml += L"</str_table><str_table_id>";
         for (size_t e = 0; e < entries; ++e)
-            xml += L"<entry id=\"" + generator.Text() + L"\" text=\"x\"/>";
+            xml += L"<entry id=\"" + RandomText(random) + L"\" text=\"x\"/>";
         xml += L"</str_table_id><freedata>";
-        for (size_t s = generator.Below(6); s > 0; --s) {
-            xml += L"<section name=\"s" + std::to_wstring(generator.Below(3)) + L"\">";
-            for (size_t e = generator.Below(10); e > 0; --e)
-                xml += L"<entry name=\"" + generator.Text() + L"\" value=\"" + generator.Text() + L"\"/>";
+        for (size_t s = Below(random, 6); s > 0; --s) {
+            xml += L"<section name=\"s" + std::to_wstring(Below(random, 3)) + L"\">";
+            for (size_t e = Below(random, 10); e > 0; --e)
+                xml += L"<entry name=\"" + RandomText(random) + L"\" value=\"" + RandomText(random) + L"\"/>";
             xml += L"</section>";
         }
         if (i == 3)
             xml += L"<section name=\"s1\"><entry name=\"big\" value=\"" + std::wstring(1 << 20, L'\u00e9') + L"\"/></section>";
         xml += L"</freedata></root>";
 
-        IXMLDOMDocumentPtr document;
-        ASSERT_EQ(S_OK, document.CreateInstance(L"Msxml2.DOMDocument", NULL, CLSCTX_INPROC_SERVER));
-        VARIANT_BOOL ok = VARIANT_FALSE;
-        if (document->loadXML(_bstr_t(xml.c_str()), &ok) != S_OK || ok != VARIANT_TRUE)
-            continue;
-        ++loaded;
         MCXMLReader reader;
-        ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(document));
+        ASSERT_NO_FATAL_FAILURE(Attach(reader, xml.c_str()));
         MCXMLReader::StringTable table, section;
         MCXMLReader::StringTableByID numbers;
         OwningMap<MCXMLReader::FreedataSections> sections;
@@ -108,5 +94,4 @@ TEST(ReaderRobustness, RandomDocuments)
         EXPECT_TRUE(IsResult(reader.GetFreedataTableNodeBySectionName(L"s2", node)));
         EXPECT_TRUE(IsResult(reader.GetAllFreedataSectionTables(sections)));
     }
-    EXPECT_GT(loaded, 100);
 }
