@@ -67,7 +67,9 @@ TEST(VLRExceptionTest, ThrowHelpersKeepWhatTheirConstructorKeepsAndAreCaughtAsFr
     }
 }
 
-TEST(VLRExceptionTest, ErrorMessagePrefersTextThenResultThenCode)
+// ReportError shows the text alone: where GetErrorMessage gives a result's or a code's
+// text, the message box is empty.
+TEST(VLRExceptionTest, ErrorMessagePrefersTextThenResultThenCodeAndReportErrorShowsTheTextAlone)
 {
     struct Case {
         const wchar_t* message;
@@ -80,25 +82,18 @@ TEST(VLRExceptionTest, ErrorMessagePrefersTextThenResultThenCode)
         {L"", static_cast<HRESULT>(0x80070005L), 0, L""},  // no system text is looked up
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "row " << &c - cases);
         MCVLRException e(CString(c.message));
         e.m_hResult = c.hr;
         e.m_nCode = c.code;
-        EXPECT_STREQ(c.expected, e.GetErrorMessage(false)) << c.message << " " << std::hex << c.hr << " " << c.code;
+        EXPECT_STREQ(c.expected, e.GetErrorMessage(false));
+        TheTestApp().calls.clear();
+        e.ReportError();
+        ASSERT_EQ(1u, TheTestApp().calls.size());
+        const MessageBoxCall& call = TheTestApp().calls[0];
+        EXPECT_EQ((Values{MB_OK, 0}), (Values{call.type, call.helpId}));
+        EXPECT_STREQ(c.message, call.text);
     }
-}
-
-TEST(VLRExceptionTest, ReportErrorShowsTheMessageAlone)
-{
-    TheTestApp().calls.clear();
-    MCVLRException withText(CString(L"Disk full")), fromResult(static_cast<HRESULT>(0x80070005L)), fromCode(S_OK);
-    withText.m_nCode = 42;
-    fromCode.m_nCode = 42;  // GetErrorMessage would give "42"; ReportError does not ask it
-    for (MCVLRException* e : {&withText, &fromResult, &fromCode})
-        e->ReportError();
-    const std::vector<MessageBoxCall>& calls = TheTestApp().calls;
-    ASSERT_EQ(3u, calls.size());
-    EXPECT_STREQ(L"Disk full||", calls[0].text + L"|" + calls[1].text + L"|" + calls[2].text);
-    EXPECT_EQ((Values{MB_OK, 0}), (Values{calls[0].type, calls[0].helpId}));
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 // checked through the golden case keywords.xml (see golden_dumps.py).
 #include "ReaderTestAccess.h"
 #include <algorithm>
-#include <functional>
 #include <iterator>
 
 // The cases are in tests/data/xmlreader/attributes.xml.
@@ -25,7 +24,8 @@ TEST(ReaderAttributes, NumberParsingTable)
         Access::FindAttributeInNode(reader, L"kind", attributes, kind);
         Access::FindAttributeInNode(reader, L"text", attributes, text);
         Access::FindAttributeInNode(reader, L"outcome", attributes, outcome);
-        const auto named = std::find_if(std::begin(kinds), std::end(kinds), [&](const wchar_t* k) { return Show(kind) == Show(k); });
+        auto isKind = [&](const wchar_t* name) { return Show(kind) == Show(name); };
+        const auto named = std::find_if(std::begin(kinds), std::end(kinds), isKind);
         ASSERT_NE(std::end(kinds), named) << "no kind " << Show(kind);
         EXPECT_EQ(Show(outcome), ReadAs(reader, attributes, L"text", static_cast<Kind>(named - kinds)))
             << Show(kind) << " '" << Show(text) << "'";
@@ -39,43 +39,36 @@ TEST(ReaderAttributes, NumberParsingTable)
 
 // A keyword worth the record's default does not show in a dump, and neither does an
 // output left alone: every resolver here resolves one keyword over another value, and
-// leaves it for a text that is no keyword. (That upper case and trailing blanks match
-// no keyword, and that a weight may be any number, shows in keywords.xml.)
+// leaves that value for a text that is no keyword. (That upper case and trailing blanks
+// match no keyword, and that a weight may be any number, shows in keywords.xml.)
+template <class Resolve, class Value>
+void ExpectResolved(Resolve resolve, const wchar_t* keyword, Value other, long long resolved)
+{
+    MCXMLReader reader;
+    Value out = other;
+    const HRESULT keywordResult = resolve(reader, keyword, out);
+    EXPECT_EQ((Values{S_OK, resolved}), (Values{keywordResult, static_cast<long long>(out)})) << Show(keyword);
+    out = other;
+    const HRESULT otherResult = resolve(reader, L"", out);
+    EXPECT_EQ((Values{S_FALSE, static_cast<long long>(other)}), (Values{otherResult, static_cast<long long>(out)}))
+        << Show(keyword);
+}
+
 TEST(ReaderKeywords, EveryResolverAnswersForItsKeywords)
 {
-    MCXMLReader r;
-    typedef std::function<std::string(const _bstr_t&)> Resolver;
-    auto with = [&r](auto resolve, auto sentinel) -> Resolver {
-        return [&r, resolve, sentinel](const _bstr_t& text) {
-            auto out = sentinel;
-            const HRESULT hr = resolve(r, text, out);
-            return Outcome(hr, static_cast<long long>(out));
-        };
-    };
     auto resolve = [](MCXMLReader& reader, const _bstr_t& text, auto& out) { return Access::Resolve(reader, text, out); };
-    const struct Case {
-        Resolver resolver;
-        const wchar_t* keyword;
-        const char* resolved;
-        const char* other;  // for a text that is no keyword
-    } cases[] = {
-        {with(resolve, MEFontEffectGlow), L"no", "S_OK:0", "S_FALSE:3"},
-        {with(resolve, MEFontFlagsCenter), L"tl", "S_OK:0", "S_FALSE:5"},
-        {with(Access::Weight, 1L), L"dontcare", "S_OK:0", "S_FALSE:1"},
-        {with(Access::Charset, BYTE(7)), L"ansi", "S_OK:0", "S_FALSE:7"},
-        {with(Access::Precision, BYTE(7)), L"default", "S_OK:0", "S_FALSE:7"},
-        {with(Access::Quality, BYTE(7)), L"default", "S_OK:0", "S_FALSE:7"},
-        {with(Access::Pitch, BYTE(7)), L"default", "S_OK:0", "S_FALSE:7"},
-        {with(Access::Family, BYTE(7)), L"dontcare", "S_OK:0", "S_FALSE:7"},
-        {with(resolve, MEControlTypeEdit), L"window", "S_OK:1", "S_FALSE:4"},
-        {with(resolve, MEControlStateFocus), L"normal", "S_OK:1", "S_FALSE:2"},
-        {with(resolve, MEWindowMoveY), L"x", "S_OK:1", "S_FALSE:2"},
-        {with(resolve, MEControlResizeHeight), L"w", "S_OK:1", "S_FALSE:2"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(c.resolved, c.resolver(c.keyword)) << Show(c.keyword);
-        EXPECT_EQ(c.other, c.resolver(L"")) << Show(c.keyword);
-    }
+    ExpectResolved(resolve, L"no", MEFontEffectGlow, 0);
+    ExpectResolved(resolve, L"tl", MEFontFlagsCenter, 0);
+    ExpectResolved(Access::Weight, L"dontcare", 1L, 0);
+    ExpectResolved(Access::Charset, L"ansi", BYTE(7), 0);
+    ExpectResolved(Access::Precision, L"default", BYTE(7), 0);
+    ExpectResolved(Access::Quality, L"default", BYTE(7), 0);
+    ExpectResolved(Access::Pitch, L"default", BYTE(7), 0);
+    ExpectResolved(Access::Family, L"dontcare", BYTE(7), 0);
+    ExpectResolved(resolve, L"window", MEControlTypeEdit, 1);
+    ExpectResolved(resolve, L"normal", MEControlStateFocus, 1);
+    ExpectResolved(resolve, L"x", MEWindowMoveY, 1);
+    ExpectResolved(resolve, L"w", MEControlResizeHeight, 1);
 }
 
 TEST(ReaderTypes, OrderedMapKeepsFirstInsertionOrder)
