@@ -13,12 +13,7 @@ CString DocumentXml(const IXMLDOMDocumentPtr& document)
     return text;
 }
 
-// The result of looking for "root/window", and the length of a node list (-1 for none).
-HRESULT FindWindow(MCXMLReader& reader)
-{
-    IXMLDOMNodePtr window;
-    return Access::FindNodeInDocument(reader, L"root/window", window);
-}
+// The length of a node list (-1 for none).
 long Length(const IXMLDOMNodeListPtr& list)
 {
     long length = -1;
@@ -32,20 +27,21 @@ TEST(ReaderDocument, OpenCloseReopenAttachAndCopy)
     MCXMLReader reader, attached, assigned;
     EXPECT_EQ(E_UNEXPECTED, reader.Open(TestDataPath(L"xmlreader\\no-such-file.xml"), 0));
     IXMLDOMDocumentPtr created = Access::Document(reader), out;
+    IXMLDOMNodePtr window;
     EXPECT_TRUE(created != nullptr) << "the document object is kept for reuse";
     EXPECT_EQ(E_UNEXPECTED, reader.Open(TestDataPath(L"xmlreader\\malformed.xml"), 0));
     EXPECT_FALSE(Access::IsOpen(reader));
     EXPECT_TRUE(reader.m_strError.IsEmpty()) << "a parse failure leaves the error text alone";
     ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0xDEADBEEF));
     EXPECT_TRUE(Access::IsOpen(reader) && !Access::IsExternal(reader) && Access::Document(reader) == created);
-    EXPECT_EQ(S_OK, FindWindow(reader));
+    EXPECT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root/window", window));
     reader.m_strError = L"earlier";
     MCXMLReader copy(reader);  // copies share one document
     EXPECT_TRUE(Access::Document(copy) == created && Access::IsOpen(copy) && copy.m_strError == L"earlier");
     EXPECT_EQ(S_OK, copy.Close());
     EXPECT_FALSE(Access::IsOpen(copy));
     EXPECT_EQ(CString(L"<root/>"), DocumentXml(created)) << "closing empties the document and keeps the object";
-    EXPECT_EQ(S_FALSE, FindWindow(reader)) << "the other copies see the emptied document";
+    EXPECT_EQ(S_FALSE, Access::FindNodeInDocument(reader, L"root/window", window)) << "the other copies see it emptied";
     EXPECT_EQ(S_OK, copy.Close()) << "closing a closed reader is fine";
     EXPECT_EQ(S_OK, reader.Open(GoldenPath(L"description.xml"), 0));
     assigned = reader;

@@ -99,7 +99,7 @@ TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
     EXPECT_EQ(1, ended.GetCount());
 }
 
-TEST(ReaderRecords, BuildersWriteOverWhatTheCallerHeld)
+TEST(ReaderRecords, BuildersWriteOverWhatTheCallerHeldAndCopiesOwnTheirControls)
 {
     MCXMLReader reader;
     ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"fonts.xml"), 0));
@@ -114,6 +114,14 @@ TEST(ReaderRecords, BuildersWriteOverWhatTheCallerHeld)
     EXPECT_EQ(MEControlWindowTypeWindowed, window.eWindowType) << "windowless=\"0\" is written, not skipped";
     EXPECT_STREQ(L"Kept", window.font.logFont.lfFaceName) << "32 characters do not fit";
     EXPECT_EQ(0, window.font.logFont.lfPitchAndFamily) << "neither pitch nor family: reset to 0";
+    MCUIWindowData copy(window), assigned;
+    assigned.arrControls.Add(new MCUIDataControl);
+    assigned = window;
+    for (const MCUIWindowData* w : {&copy, &assigned}) {  // copies own their controls
+        ASSERT_EQ(3, w->arrControls.GetSize());
+        EXPECT_NE(window.arrControls[1], w->arrControls[1]);
+        EXPECT_EQ(CString(L"face31"), w->arrControls[1]->strIDS);
+    }
 
     ControlTable controls;
     ASSERT_EQ(S_OK, reader.Open(GoldenPath(L"schemas.xml"), 0));
@@ -152,20 +160,4 @@ TEST(ReaderRecords, FreedataByCaseSensitiveSectionName)
     IXMLDOMNodePtr none;
     EXPECT_EQ(S_FALSE, reader.GetFreedataTableNodeBySectionName(L"z", none));
     EXPECT_TRUE(none == nullptr);
-}
-
-TEST(ReaderRecords, WindowCopiesOwnTheirControls)
-{
-    MCUIWindowData window, assigned;
-    window.arrControls.Add(new MCUIDataControl);
-    window.arrControls[0]->strIDS = L"one";
-    MCUIWindowData copy(window);
-    assigned.arrControls.Add(new MCUIDataControl);
-    assigned.arrControls.Add(new MCUIDataControl);
-    assigned = window;
-    for (const MCUIWindowData* w : {&copy, &assigned}) {
-        ASSERT_EQ(1, w->arrControls.GetSize());
-        EXPECT_NE(window.arrControls[0], w->arrControls[0]);
-        EXPECT_EQ(CString(L"one"), w->arrControls[0]->strIDS);
-    }
 }
