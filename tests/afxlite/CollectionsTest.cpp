@@ -52,6 +52,8 @@ TEST(CArrayTest, InsertRemoveAndBadArguments)
     EXPECT_STREQ(L"c,b,c,", joined());
     a.InsertAt(7, CString(L"far"));  // past the end: the gap is filled with empty strings
     EXPECT_STREQ(L"c,b,c,,,,,far,", joined());
+    a.RemoveAt(3, 5);  // up to the last element
+    EXPECT_STREQ(L"c,b,c,", joined());
     a.SetSize(2);
     EXPECT_STREQ(L"c,b,", joined());
 
