@@ -1,48 +1,20 @@
 // Real windows for the window-helper tests: plain windows of a private class at
-// known positions, destroyed by their owner object.
+// known positions, destroyed (with their children) by their owner object.
 #pragma once
 #include <windows.h>
+#include "frame/Owners.h"
 
-// Owns one window and destroys it (with its children) at scope end.
-class TestWindow {
-public:
-    explicit TestWindow(HWND hWnd) : m_hWnd(hWnd) {}
-    ~TestWindow()
-    {
-        if (::IsWindow(m_hWnd))
-            ::DestroyWindow(m_hWnd);
-    }
-    TestWindow(const TestWindow&) = delete;
-    TestWindow& operator=(const TestWindow&) = delete;
-    HWND Get() const { return m_hWnd; }
-    operator HWND() const { return m_hWnd; }
+using TestWindow = UniqueAny<HWND, ::DestroyWindow>;
 
-private:
-    HWND m_hWnd;
-};
-
-inline HWND MakeWindow(DWORD exStyle, HWND hParent, int x, int y, int cx, int cy, DWORD style)
+// A child is visible; a top-level window is a popup (no frame, so its client area starts at its window
+// corner), hidden unless asked: Wine without a window manager takes seconds to unmap one.
+inline HWND MakeWindow(HWND hParent, int x, int y, int cx, int cy, DWORD exStyle = 0, DWORD style = WS_POPUP)
 {
     static const ATOM atom = [] {
-        WNDCLASSEXW wc = {};
-        wc.cbSize = sizeof(wc);
-        wc.lpfnWndProc = ::DefWindowProcW;
-        wc.hInstance = ::GetModuleHandleW(NULL);
-        wc.lpszClassName = L"TesvorTestWindow";
+        const WNDCLASSEXW wc = {sizeof(wc), 0, ::DefWindowProcW, 0, 0, ::GetModuleHandleW(NULL),
+                                NULL, NULL, NULL, NULL, L"TesvorTestWindow", NULL};
         return ::RegisterClassExW(&wc);
     }();
-    return ::CreateWindowExW(exStyle, MAKEINTATOM(atom), L"test", style, x, y, cx, cy, hParent, NULL,
-                             ::GetModuleHandleW(NULL), NULL);
-}
-
-// A top-level popup (no frame, so its client area starts at its window corner),
-// hidden unless asked: Wine without a window manager takes seconds to unmap one.
-inline HWND MakeTopWindow(int x, int y, int cx, int cy, DWORD exStyle = 0, DWORD style = WS_POPUP)
-{
-    return MakeWindow(exStyle, NULL, x, y, cx, cy, style);
-}
-
-inline HWND MakeChildWindow(HWND hParent, int x, int y, int cx, int cy)
-{
-    return MakeWindow(0, hParent, x, y, cx, cy, WS_CHILD | WS_VISIBLE);
+    return ::CreateWindowExW(exStyle, MAKEINTATOM(atom), L"test", hParent != NULL ? WS_CHILD | WS_VISIBLE : style, x,
+                             y, cx, cy, hParent, NULL, ::GetModuleHandleW(NULL), NULL);
 }

@@ -10,13 +10,13 @@ bool Layered(HWND hWnd) { return (::GetWindowLongPtrW(hWnd, GWL_EXSTYLE) & WS_EX
 TEST(WndEffects, EffectsNeedAPreviousExtendedStyle)
 {
     MCWndEffects effects;
-    TestWindow plain(MakeTopWindow(0, 0, 50, 50)), tool(MakeTopWindow(0, 0, 50, 50, WS_EX_TOOLWINDOW));
-    ASSERT_EQ(0, ::GetWindowLongPtrW(plain, GWL_EXSTYLE));
+    TestWindow plain(MakeWindow(NULL, 0, 0, 50, 50)), tool(MakeWindow(NULL, 0, 0, 50, 50, WS_EX_TOOLWINDOW));
+    ASSERT_EQ(0, ::GetWindowLongPtrW(plain.get(), GWL_EXSTYLE));
     // The style is set, but a previous style of 0 counts as failure: no alpha.
-    EXPECT_FALSE(effects.SetEffects_TransparentWnd(plain, 128));
-    EXPECT_TRUE(Layered(plain));
+    EXPECT_FALSE(effects.SetEffects_TransparentWnd(plain.get(), 128));
+    EXPECT_TRUE(Layered(plain.get()));
     // Now layered (or with another extended style), the alpha is applied.
-    for (HWND hWnd : {plain.Get(), tool.Get()}) {
+    for (HWND hWnd : {plain.get(), tool.get()}) {
         EXPECT_TRUE(effects.SetEffects_TransparentWnd(hWnd, 200));
         EXPECT_TRUE(Layered(hWnd));
         BYTE alpha = 0;
@@ -26,14 +26,14 @@ TEST(WndEffects, EffectsNeedAPreviousExtendedStyle)
             EXPECT_EQ(static_cast<DWORD>(LWA_ALPHA), flags & LWA_ALPHA);
         }
     }
-    EXPECT_TRUE(::GetWindowLongPtrW(tool, GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
+    EXPECT_TRUE(::GetWindowLongPtrW(tool.get(), GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
 
-    TestWindow animated(MakeTopWindow(0, 0, 50, 50)), toolAnimated(MakeTopWindow(0, 0, 50, 50, WS_EX_TOOLWINDOW));
-    EXPECT_FALSE(effects.SetEffects_AnimateWindow(animated, 10, AW_BLEND));
-    EXPECT_TRUE(Layered(animated));
+    TestWindow animated(MakeWindow(NULL, 0, 0, 50, 50)), toolAnimated(MakeWindow(NULL, 0, 0, 50, 50, WS_EX_TOOLWINDOW));
+    EXPECT_FALSE(effects.SetEffects_AnimateWindow(animated.get(), 10, AW_BLEND));
+    EXPECT_TRUE(Layered(animated.get()));
     MCWndEffects copy(effects);
     // The result is the system's own; what must hold is that the call reaches it.
-    copy.SetEffects_AnimateWindow(toolAnimated, 10, AW_BLEND | AW_ACTIVATE);
-    EXPECT_TRUE(Layered(toolAnimated));
+    copy.SetEffects_AnimateWindow(toolAnimated.get(), 10, AW_BLEND | AW_ACTIVATE);
+    EXPECT_TRUE(Layered(toolAnimated.get()));
     EXPECT_TRUE(effects.IsDesktopActive()) << "a test session has the input desktop";
 }
