@@ -5,25 +5,23 @@
 
 TEST(UIStrings, CompareFindNumbersAndReplication)
 {
-    const bool compared[] = {MUIUtils::CompareStrings(L"Abc", L"Abc", true), MUIUtils::CompareStrings(L"Abc", L"aBC", true),
-                             MUIUtils::CompareStrings(L"Abc", L"aBC", false), MUIUtils::CompareStrings(L"Abc", L"Abcd", false)};
-    EXPECT_EQ((std::vector<bool>{true, false, true, false}), std::vector<bool>(std::begin(compared), std::end(compared)));
-    const long numbers[] = {MUIUtils::FindStr(L"xxabc", L"ABC", false), MUIUtils::FindStr(L"xxabc", L"ABC", true),
-                            MUIUtils::FindStr(L"xxabc", L"abc", true),  MUIUtils::FindStr(L"xxabc", L"abd", false),
-                            MUIUtils::StringToNumber(L"123abc"),        MUIUtils::StringToNumber(L"abc"),
-                            MUIUtils::StringToNumber(NULL),             MUIUtils::StringToNumber(L"4294967295"),  // wraps to -1
-                            MUIUtils::ConvertStringToInt(L" -17x"),     MUIUtils::ConvertStringToInt(L"x")};
-    EXPECT_EQ((std::vector<long>{2, -1, 2, -1, 123, 0, 0, -1, -17, 0}), std::vector<long>(std::begin(numbers), std::end(numbers)));
+    const Values results = {
+        MUIUtils::CompareStrings(L"Abc", L"Abc", true), MUIUtils::CompareStrings(L"Abc", L"aBC", true),
+        MUIUtils::CompareStrings(L"Abc", L"aBC", false), MUIUtils::CompareStrings(L"Abc", L"Abcd", false),
+        MUIUtils::FindStr(L"xxabc", L"ABC", false), MUIUtils::FindStr(L"xxabc", L"ABC", true),
+        MUIUtils::FindStr(L"xxabc", L"abc", true), MUIUtils::FindStr(L"xxabc", L"abd", false),
+        MUIUtils::StringToNumber(L"123abc"), MUIUtils::StringToNumber(L"abc"), MUIUtils::StringToNumber(NULL),
+        MUIUtils::StringToNumber(L"4294967295"),  // wraps to -1
+        MUIUtils::ConvertStringToInt(L" -17x"), MUIUtils::ConvertStringToInt(L"x")};
+    EXPECT_EQ((Values{1, 0, 1, 0, 2, -1, 2, -1, 123, 0, 0, -1, -17, 0}), results);
 
     GUID clsid = {0x12345678, 0x9ABC, 0xDEF0, {0x01, 0x23, 0x45, 0x67, 0x89, 0xAB, 0xCD, 0xEF}};
-    const CString texts[] = {MUIUtils::NumberToString(-42),       MUIUtils::ReplicateChar(L'x', 0),
-                             MUIUtils::ReplicateChar(L'x', -3),   MUIUtils::ReplicateChar(L'x', 4),
-                             MUIUtils::ReplicateSpaces(3),        MUIUtils::GetStringFromCLSID(&clsid, false),
-                             MUIUtils::GetStringFromCLSID(&clsid, true), MUIUtils::GetStringFromCLSID(NULL, true)};
-    const wchar_t* const expected[] = {L"-42", L"", L"", L"xxxx", L"   ", L"{12345678-9ABC-DEF0-0123-456789ABCDEF}",
-                                       L"12345678-9ABC-DEF0-0123-456789ABCDEF", L""};
-    for (size_t i = 0; i < sizeof(expected) / sizeof(expected[0]); ++i)
-        EXPECT_EQ(CString(expected[i]), texts[i]) << "row " << i;
+    EXPECT_EQ((std::vector<CString>{L"-42", L"", L"", L"xxxx", L"   ", L"{12345678-9ABC-DEF0-0123-456789ABCDEF}",
+                                    L"12345678-9ABC-DEF0-0123-456789ABCDEF", L""}),
+              (std::vector<CString>{MUIUtils::NumberToString(-42), MUIUtils::ReplicateChar(L'x', 0),
+                                    MUIUtils::ReplicateChar(L'x', -3), MUIUtils::ReplicateChar(L'x', 4),
+                                    MUIUtils::ReplicateSpaces(3), MUIUtils::GetStringFromCLSID(&clsid, false),
+                                    MUIUtils::GetStringFromCLSID(&clsid, true), MUIUtils::GetStringFromCLSID(NULL, true)}));
 }
 
 TEST(UIStrings, ErrorTextsAndIds)
@@ -54,12 +52,11 @@ TEST(UIFonts, LogFontCopyKeepsAnExistingFaceName)
     MUIUtils::LOGFONTtoMDGDILOGFONT(lf, fresh);
     MUIUtils::LOGFONTtoMDGDILOGFONT(lf, named);
     for (const tagGDILogFont* f : {&fresh, &named}) {
-        const long values[] = {f->lfHeight, f->lfWidth, f->lfEscapement, f->lfOrientation, f->lfWeight, f->lfItalic,
-                               f->lfUnderline, f->lfStrikeOut, f->lfCharSet, f->lfOutPrecision, f->lfClipPrecision,
-                               f->lfQuality, f->lfPitchAndFamily};
-        EXPECT_EQ((std::vector<long>{-13, 7, 900, 450, FW_BOLD, 1, 1, 0, RUSSIAN_CHARSET, OUT_TT_PRECIS, CLIP_STROKE_PRECIS,
-                                     CLEARTYPE_QUALITY, VARIABLE_PITCH | FF_SWISS}),
-                  std::vector<long>(std::begin(values), std::end(values)));
+        EXPECT_EQ((Values{-13, 7, 900, 450, FW_BOLD, 1, 1, 0, RUSSIAN_CHARSET, OUT_TT_PRECIS, CLIP_STROKE_PRECIS,
+                          CLEARTYPE_QUALITY, VARIABLE_PITCH | FF_SWISS}),
+                  (Values{f->lfHeight, f->lfWidth, f->lfEscapement, f->lfOrientation, f->lfWeight, f->lfItalic,
+                          f->lfUnderline, f->lfStrikeOut, f->lfCharSet, f->lfOutPrecision, f->lfClipPrecision,
+                          f->lfQuality, f->lfPitchAndFamily}));
     }
     EXPECT_STREQ(L"Tahoma", fresh.bstrFaceName);
     EXPECT_STREQ(L"Arial", named.bstrFaceName);

@@ -6,11 +6,8 @@
 // the real buttons do not.
 TEST(ButtonAtomCache, FirstClassStartingWithButtonIsTakenForButtons)
 {
-    WNDCLASSEXW wc = {};
-    wc.cbSize = sizeof(wc);
-    wc.lpfnWndProc = ::DefWindowProcW;
-    wc.hInstance = ::GetModuleHandleW(NULL);
-    wc.lpszClassName = L"ButtonX";
+    const WNDCLASSEXW wc = {sizeof(wc), 0, ::DefWindowProcW, 0, 0, ::GetModuleHandleW(NULL), NULL, NULL, NULL, NULL,
+                            L"ButtonX", NULL};
     ASSERT_NE(0, ::RegisterClassExW(&wc));
     HWND top = ::CreateWindowExW(0, L"ButtonX", L"x", WS_POPUP, 0, 0, 50, 50, NULL, NULL, wc.hInstance, NULL);
     ASSERT_NE(nullptr, top);
