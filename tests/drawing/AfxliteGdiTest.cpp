@@ -35,7 +35,7 @@ TEST(AfxliteGdi, TemporariesMatchTheObjectTypeAndNeverOwnTheHandle)
     EXPECT_EQ(noBrush->GetSafeHandle(), nullptr);
 }
 
-TEST(AfxliteGdi, DeviceContextsAttachDetachAndSelect)
+TEST(AfxliteGdi, DeviceContextsAndImageListsAttachDetachAndSelect)
 {
     CDC dc;
     EXPECT_FALSE(dc.Attach(NULL));
@@ -54,6 +54,12 @@ TEST(AfxliteGdi, DeviceContextsAttachDetachAndSelect)
     EXPECT_EQ(dc.SetPixel(1, 1, RGB(255, 0, 0)), RGB(255, 0, 0));
     EXPECT_EQ(dc.GetCurrentBitmap(), &bitmap);
     dc.SelectObject(old);
+    CImageList list;  // the 4-by-4 bitmap is two images of 2 by 4
+    ASSERT_TRUE(list.Create(2, 4, ILC_COLOR32 | ILC_MASK, 1, 1));
+    EXPECT_EQ(list.Add(&bitmap, RGB(255, 0, 255)), 0);
+    EXPECT_EQ(list.GetImageCount(), 2);
+    EXPECT_TRUE(::ImageList_Destroy(list.Detach()));
+    EXPECT_EQ(list.GetSafeHandle(), nullptr);
 
     HDC hDC = dc.Detach();
     EXPECT_TRUE(dc.m_hDC == nullptr && dc.m_hAttribDC == nullptr);
@@ -102,20 +108,6 @@ TEST(AfxliteFile, WritesReadsSeeksAndReportsErrors)
     CFileException error;
     EXPECT_FALSE(file.Open(folder.Path(L"missing\\none.bin"), CFile::modeRead, &error));
     EXPECT_EQ(error.m_cause, CFileException::badPath);
-}
-
-TEST(AfxliteImageList, CreatesAddsAndDetaches)
-{
-    CImageList list;
-    ASSERT_TRUE(list.Create(2, 2, ILC_COLOR32 | ILC_MASK, 1, 1));
-    CBitmap bitmap;
-    CClientDC screen(nullptr);
-    ASSERT_TRUE(bitmap.CreateCompatibleBitmap(&screen, 4, 2));
-    EXPECT_EQ(list.Add(&bitmap, RGB(255, 0, 255)), 0);
-    EXPECT_EQ(list.GetImageCount(), 2);
-    HIMAGELIST hList = list.Detach();
-    EXPECT_EQ(list.GetSafeHandle(), nullptr);
-    EXPECT_TRUE(::ImageList_Destroy(hList));
 }
 
 }  // namespace

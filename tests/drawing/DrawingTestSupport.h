@@ -31,10 +31,7 @@ inline Pixels ReadPixels(HBITMAP hBitmap)
     BITMAPINFO info = {};
     info.bmiHeader = {sizeof(BITMAPINFOHEADER), bm.bmWidth, -bm.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     std::vector<RGBQUAD> quads(static_cast<size_t>(bm.bmWidth) * bm.bmHeight);
-    HDC hScreen = ::GetDC(NULL);
-    const int lines = ::GetDIBits(hScreen, hBitmap, 0, bm.bmHeight, quads.data(), &info, DIB_RGB_COLORS);
-    ::ReleaseDC(NULL, hScreen);
-    if (lines != bm.bmHeight)
+    if (::GetDIBits(UniqueWindowDC(NULL).get(), hBitmap, 0, bm.bmHeight, quads.data(), &info, DIB_RGB_COLORS) != bm.bmHeight)
         return result;
     result.width = bm.bmWidth;
     result.height = bm.bmHeight;
@@ -89,12 +86,8 @@ inline unsigned HighestFreshGdiSlot()
 inline CString DrawingOutputPath(const wchar_t* fileName)
 {
     wchar_t dir[MAX_PATH] = {};
-    const DWORD n = ::GetEnvironmentVariableW(L"TESVOR_DRAWING_OUT", dir, MAX_PATH);
-    if (n == 0 || n >= MAX_PATH) {
+    if (::GetEnvironmentVariableW(L"TESVOR_DRAWING_OUT", dir, MAX_PATH) == 0)
         ::GetTempPathW(MAX_PATH, dir);
-    } else {
-        ::CreateDirectoryW(dir, NULL);
-        ::lstrcatW(dir, L"\\");
-    }
-    return CString(dir) + fileName;
+    ::CreateDirectoryW(dir, NULL);
+    return CString(dir) + L"\\" + fileName;
 }
