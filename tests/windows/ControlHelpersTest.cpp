@@ -55,7 +55,7 @@ std::string A(const CString& text) { return std::string(text.GetString(), text.G
 
 }  // namespace
 
-TEST_F(ControlHelpers, EachHelperWithARealAMissingAndNoControl)
+TEST_F(ControlHelpers, EachHelperWithARealAMissingAndNoControlAndComboDropWidths)
 {
     ::ShowWindow(m_dialog.m_hWnd, SW_SHOW);
     ::SetForegroundWindow(m_dialog.m_hWnd);
@@ -140,10 +140,7 @@ TEST_F(ControlHelpers, EachHelperWithARealAMissingAndNoControl)
     EXPECT_FALSE(MUIUtils::SetEditTextLength(&m_dialog, IDC_PLAIN_EDIT, 5));
     EXPECT_EQ(plainLimit, Send(IDC_PLAIN_EDIT, EM_GETLIMITTEXT));
     EXPECT_FALSE(MUIUtils::SetEditTextLength(&m_dialog, IDC_STATIC_TEXT, 5));
-}
 
-TEST_F(ControlHelpers, ComboDropWidthFitsTheLongestItem)
-{
     ASSERT_NE(nullptr, reinterpret_cast<HFONT>(Send(IDC_COMBO, WM_GETFONT)));
     // Thirty items in a short list: room for a scroll bar (three in a tall one are a row above).
     MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_MANY);
@@ -155,19 +152,6 @@ TEST_F(ControlHelpers, ComboDropWidthFitsTheLongestItem)
     ::SendMessageW(Control(IDC_COMBO_EMPTY), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"x"));
     MUIUtils::AjustComboboxDropWidth(&m_dialog, IDC_COMBO_EMPTY);
     EXPECT_EQ(ScreenRect(IDC_COMBO_EMPTY).Width(), Send(IDC_COMBO_EMPTY, CB_GETDROPPEDWIDTH));
-}
-
-TEST_F(ControlHelpers, HandleMapsGivePermanentObjectsAndTemporaries)
-{
-    EXPECT_EQ(&m_dialog.m_edit, m_dialog.GetDlgItem(IDC_EDIT));
-    CWnd* pPlain = m_dialog.GetDlgItem(IDC_PLAIN_EDIT);
-    ASSERT_NE(nullptr, pPlain);
-    EXPECT_EQ(pPlain, m_dialog.GetDlgItem(IDC_PLAIN_EDIT));  // one temporary per handle
-    EXPECT_EQ(&m_dialog, CWnd::FromHandle(m_dialog.m_hWnd));
-    // The subclassed edit lets go when it is destroyed.
-    m_dialog.DestroyWindow();
-    EXPECT_EQ(nullptr, m_dialog.m_edit.m_hWnd);
-    EXPECT_EQ(nullptr, m_dialog.m_hWnd);
 }
 
 // Remembers the flags of the last position change it was asked to make.
@@ -183,8 +167,9 @@ public:
 };
 
 // A batch moves nothing until it ends, at its scope end or by EndDeferWindowPos;
-// copies share it, and one failed defer fails every later call of the batch.
-TEST_F(ControlHelpers, DeferredMovesThroughHandlesAndWindowObjects)
+// copies share it, and one failed defer fails every later call of the batch. Windows
+// that have wrapper objects are found through them; the others get temporaries.
+TEST_F(ControlHelpers, DeferredMovesAndTheObjectsOfSubclassedAndPlainControls)
 {
     PositionRecorder recorder;
     ASSERT_TRUE(recorder.SubclassDlgItem(IDC_BUTTON, &m_dialog));
@@ -227,6 +212,16 @@ TEST_F(ControlHelpers, DeferredMovesThroughHandlesAndWindowObjects)
     EXPECT_EQ(hButton, recorder.UnsubclassWindow());
     EXPECT_NE(&recorder, m_dialog.GetDlgItem(IDC_BUTTON));
     EXPECT_EQ(nullptr, recorder.m_hWnd);
+
+    EXPECT_EQ(&m_dialog.m_edit, m_dialog.GetDlgItem(IDC_EDIT));
+    CWnd* pPlain = m_dialog.GetDlgItem(IDC_PLAIN_EDIT);
+    ASSERT_NE(nullptr, pPlain);
+    EXPECT_EQ(pPlain, m_dialog.GetDlgItem(IDC_PLAIN_EDIT));  // one temporary per handle
+    EXPECT_EQ(&m_dialog, CWnd::FromHandle(m_dialog.m_hWnd));
+    // The subclassed edit lets go when it is destroyed.
+    m_dialog.DestroyWindow();
+    EXPECT_EQ(nullptr, m_dialog.m_edit.m_hWnd);
+    EXPECT_EQ(nullptr, m_dialog.m_hWnd);
 }
 
 TEST(UIUnitsFontsAndImageLists, AtScreenResolution)
