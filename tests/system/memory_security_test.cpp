@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
+#include <KernelObjectNames.h>
 #include <MCModuleVersion.h>
 #include <MNAci.h>
 #include <MNMemoryUtils.h>
 #include <MNSystemAutorityHelper.h>
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
@@ -10,6 +12,7 @@
 #include <vector>
 #include "ScopedImportHook.h"
 #include "TestSupport.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -241,6 +244,48 @@ TEST(SystemAuthority, AdministratorAndProfileName)
         bool admin = MNSystemAutorityHelper::IsAdmin() != 0;
         EXPECT_EQ((Values{c.admin, c.processCalls}), (Values{admin, g_processTokenCalls}));
         ::RevertToSelf();  // the failure path leaves the thread impersonating
+    }
+}
+
+namespace {
+
+// Every fixed block the library asks LocalAlloc for gets a guard zone behind it and is kept
+// until the test looks at it, so that a write past the size asked for shows as a changed zone.
+const SIZE_T kGuardSize = 64;
+const BYTE kGuardByte = 0xA5;
+std::vector<std::pair<BYTE*, SIZE_T>> g_guardedBlocks;
+
+HLOCAL WINAPI GuardedLocalAlloc(UINT flags, SIZE_T size)
+{
+    if (flags & LMEM_MOVEABLE)
+        return ::LocalAlloc(flags, size);
+    BYTE* data = static_cast<BYTE*>(::LocalAlloc(flags, size + kGuardSize));
+    if (data != NULL) {
+        std::memset(data + size, kGuardByte, kGuardSize);
+        g_guardedBlocks.emplace_back(data, size);
+    }
+    return data;
+}
+HLOCAL WINAPI KeptLocalFree(HLOCAL) { return NULL; }
+
+}  // namespace
+
+// The security helpers size system structures that are larger on the 64-bit build.
+TEST(SystemAuthority, NoWritePastAnAllocatedBlock)
+{
+    {
+        ScopedImportHook alloc(TesvorUtilModule(), "KERNEL32.dll", "LocalAlloc", &GuardedLocalAlloc);
+        ScopedImportHook release(TesvorUtilModule(), "KERNEL32.dll", "LocalFree", &KeptLocalFree);
+        ASSERT_TRUE(alloc.Hooked() && release.Hooked());
+        EXPECT_NE(0, MNSystemAutorityHelper::IsAdmin());
+        EXPECT_TRUE(UniqueHandle(CreateMutexAllAccess(NULL, FALSE, L"Local\\TesvorBlockOverrunTest")));
+    }
+    EXPECT_LE(3u, g_guardedBlocks.size());  // two descriptors and an access list at least
+    for (const auto& block : g_guardedBlocks) {
+        const BYTE* zone = block.first + block.second;
+        EXPECT_TRUE(std::all_of(zone, zone + kGuardSize, [](BYTE b) { return b == kGuardByte; }))
+            << "written past a block of " << block.second << " bytes";
+        ::LocalFree(block.first);
     }
 }
 
