@@ -1,11 +1,10 @@
 // Plays one program of the family at start-up for the guard tests:
-//   instance_helper main|installer|uninstaller [--timeout N | --impl] [--title] [--hold EVENT]
-//   instance_helper own NAME [--hold EVENT]    (holds only that mutex, as an old build would)
-// --timeout checks with MCInstanceResponseImpl(N); --impl with MCTesvorInstanceImpl, which
-// brings a running copy's window kTitle to the front with kCommand. --title owns such a
-// window, counting the commands it receives. --hold keeps the guard, once the program may
-// start, until the event is set. Prints "started {app,lock} milliseconds", and on leaving
-// "commands last_command".
+//   instance_helper main|installer|uninstaller impl|TIMEOUT
+// TIMEOUT checks with MCInstanceResponseImpl(TIMEOUT); impl with MCTesvorInstanceImpl, which
+// brings a running copy's window kTitle to the front with kCommand. Prints "started {app,lock}
+// milliseconds". A program that may start owns such a window, counting the commands it
+// receives, and keeps its guard until the event kQuitEvent is set (when the test made one);
+// on leaving it prints "commands last_command".
 #include <afxwin.h>
 #include <shellapi.h>
 #include <cstdio>
@@ -19,6 +18,7 @@
 namespace {
 
 const wchar_t kTitle[] = L"Tesvor Guard Test Main Window";
+const wchar_t kQuitEvent[] = L"TesvorGuardTestQuit";
 const UINT kCommand = 32771;
 int g_commands = 0;
 WPARAM g_lastCommand = 0;
@@ -34,9 +34,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
 
 // Runs the window's messages until the event is set (or nothing has happened for a minute,
 // so that a forgotten holder does not outlive its test run).
-void HoldUntil(const wchar_t* eventName)
+void HoldUntilQuit()
 {
-    HANDLE quit = eventName ? ::OpenEventW(SYNCHRONIZE, FALSE, eventName) : NULL;
+    HANDLE quit = ::OpenEventW(SYNCHRONIZE, FALSE, kQuitEvent);
     while (quit && ::MsgWaitForMultipleObjects(1, &quit, FALSE, 60000, QS_ALLINPUT) == WAIT_OBJECT_0 + 1)
         for (MSG message; ::PeekMessageW(&message, NULL, 0, 0, PM_REMOVE);)
             ::DispatchMessageW(&message);
@@ -55,55 +55,32 @@ MCAppInstance* MakeGuard(const wchar_t* role)
 
 int Run(int argc, wchar_t** argv)
 {
-    const bool ownOnly = argc > 2 && std::wcscmp(argv[1], L"own") == 0;
-    bool useImpl = false, withTitle = false;
-    UINT timeout = 3;
-    const wchar_t* holdEvent = NULL;
-    for (int i = ownOnly ? 3 : 2; i < argc; ++i) {
-        if (std::wcscmp(argv[i], L"--impl") == 0)
-            useImpl = true;
-        else if (std::wcscmp(argv[i], L"--title") == 0)
-            withTitle = true;
-        else if (std::wcscmp(argv[i], L"--timeout") == 0 && i + 1 < argc)
-            timeout = static_cast<UINT>(std::wcstoul(argv[++i], NULL, 10));
-        else if (std::wcscmp(argv[i], L"--hold") == 0 && i + 1 < argc)
-            holdEvent = argv[++i];
-        else
-            return 2;
-    }
-    HANDLE mutex = ownOnly ? ::CreateMutexW(NULL, TRUE, argv[2]) : NULL;
-    std::unique_ptr<MCAppInstance> guard(ownOnly ? nullptr : MakeGuard(argc > 1 ? argv[1] : L""));
-    MDCheckInstanceResult result;
-    int started = mutex ? 1 : 0;
-    const ULONGLONG start = ::GetTickCount64();
-    CString target(kTitle);
-    if (guard) {
-        guard->CanClearWtsSes(TRUE);
-        started = useImpl ? MCTesvorInstanceImpl(kCommand, target).StartCheck(*guard, &result, TRUE)
-                          : MCInstanceResponseImpl(timeout).StartCheck(*guard, &result);
-    } else if (!ownOnly) {
+    std::unique_ptr<MCAppInstance> guard(argc == 3 ? MakeGuard(argv[1]) : nullptr);
+    if (!guard)
         return 2;
-    }
+    guard->CanClearWtsSes(TRUE);
+    MDCheckInstanceResult result;
+    CString target(kTitle);
+    const ULONGLONG start = ::GetTickCount64();
+    const int started =
+        std::wcscmp(argv[2], L"impl") == 0
+            ? MCTesvorInstanceImpl(kCommand, target).StartCheck(*guard, &result, TRUE)
+            : MCInstanceResponseImpl(std::wcstoul(argv[2], NULL, 10)).StartCheck(*guard, &result);
     const ULONGLONG elapsed = ::GetTickCount64() - start;
     // The window exists before the result is out, so that a copy started next finds it.
-    WNDCLASSW windowClass = {};
-    windowClass.lpfnWndProc = MainWindowProc;
-    windowClass.hInstance = ::GetModuleHandleW(NULL);
-    windowClass.lpszClassName = L"TesvorTestMainWindow";
-    HWND window = started && withTitle && ::RegisterClassW(&windowClass)
-                      ? ::CreateWindowExW(0, windowClass.lpszClassName, kTitle, WS_OVERLAPPEDWINDOW, 0, 0, 100, 100,
-                                          NULL, NULL, windowClass.hInstance, NULL)
-                      : NULL;
+    HWND window = started ? ::CreateWindowExW(0, L"STATIC", kTitle, WS_OVERLAPPEDWINDOW, 0, 0, 100, 100, NULL,
+                                              NULL, NULL, NULL)
+                          : NULL;
+    ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&MainWindowProc));
     std::printf("%d {%d,%d} %llu\n", started, static_cast<int>(result.appID), static_cast<int>(result.lockResult),
                 elapsed);
     std::fflush(stdout);
     if (started)
-        HoldUntil(holdEvent);
+        HoldUntilQuit();
     std::printf("%d %llu\n", g_commands, static_cast<unsigned long long>(g_lastCommand));
     if (window)
         ::DestroyWindow(window);
-    if (guard)
-        guard->Unlock();
+    guard->Unlock();
     return 0;
 }
 

@@ -33,12 +33,11 @@ struct MainGuardNames : MCTesvorInstance {
     CString Global() const { return m_globalName; }
 };
 
-// instance_helper.exe started with these arguments; a holder keeps running until the
-// quit event is set.
-std::unique_ptr<ChildProcess> Start(const std::wstring& arguments, bool holds = false)
+// instance_helper.exe started with these arguments; one that may start keeps running until
+// the quit event is set.
+std::unique_ptr<ChildProcess> Start(const wchar_t* arguments)
 {
-    return std::unique_ptr<ChildProcess>(
-        new ChildProcess(L"instance_helper.exe", arguments + (holds ? L" --hold TesvorGuardTestQuit" : L"")));
+    return std::make_unique<ChildProcess>(L"instance_helper.exe", arguments);
 }
 
 // A program's start-up check, "started {app,lock}", and the milliseconds it took.
@@ -159,6 +158,7 @@ TEST(InstanceGuard, NoCheckOrBringFrontWithoutWhatTheyNeed)
 // instance_helper. Programs that start together run side by side.
 TEST(FamilyStart, BesideARunningCopy)
 {
+    enum HolderKind { Running, Killed, HeldHere };
     struct Starter {
         const wchar_t* arguments;
         const char* result;              // started {app,lock}
@@ -166,44 +166,41 @@ TEST(FamilyStart, BesideARunningCopy)
     };
     const struct {
         const char* what;
-        const wchar_t* holder;
-        bool killed;  // before the others start, while this process keeps its locks alive
+        const wchar_t* holder;  // its arguments, or the name of a mutex that this process holds
+        HolderKind kind;        // killed before the others start, while this process keeps its locks alive
         std::vector<Starter> starts;
         const char* commands;  // what the holder's window received: count, last command
     } scenarios[] = {
         // The legacy name fails at once, and the first copy is brought to the front.
-        {"main twice in this session", L"main --title", false, {{L"main --impl", "0 {0,1}", 0, 2500}}, "1 32771"},
+        {"main twice in this session", L"main 0", Running, {{L"main impl", "0 {0,1}", 0, 2500}}, "1 32771"},
         // The installer's own lock is waited on; the main application's installer probe
         // waits the full three seconds, and the installer's window (titled as the main
         // application's) is not brought to the front.
         {"beside the installer",
-         L"installer --title",
-         false,
-         {{L"installer --timeout 1", "0 {1,1}", 900}, {L"main --impl", "0 {1,1}", 2900}},
+         L"installer 0",
+         Running,
+         {{L"installer 1", "0 {1,1}", 900}, {L"main impl", "0 {1,1}", 2900}},
          "0 0"},
         // A copy in another session holds only the machine-wide lock: its local and legacy
         // names live in its own session. The installer and uninstaller are not probed.
-        {"copy in another session",
-         L"own Global\\Tesvor_Global_Mutex",
-         false,
-         {{L"main --impl", "1 {0,2}", 2900}},
-         "0 0"},
+        {"copy in another session", L"Global\\Tesvor_Global_Mutex", HeldHere, {{L"main impl", "1 {0,2}", 2900}}, ""},
         {"old build holding the legacy name",
-         L"own \"Tesvor Mutex\"",
-         false,
-         {{L"main --impl", "0 {0,1}"}, {L"installer --timeout 0", "0 {0,1}"}, {L"uninstaller --timeout 0", "0 {0,1}"}},
-         "0 0"},
+         L"Tesvor Mutex",
+         HeldHere,
+         {{L"main impl", "0 {0,1}"}, {L"installer 0", "0 {0,1}"}, {L"uninstaller 0", "0 {0,1}"}},
+         ""},
         // Its locks are left abandoned, and taken over.
-        {"killed copy", L"main --timeout 0", true, {{L"main --timeout 0", "1 {3,0}"}}, ""},
+        {"killed copy", L"main 0", Killed, {{L"main 0", "1 {3,0}"}}, ""},
     };
     MainGuardNames names;
     for (const auto& s : scenarios) {
         SCOPED_TRACE(s.what);
         UniqueHandle quit = QuitEvent();
-        std::unique_ptr<ChildProcess> holder = Start(s.holder, true);
-        ASSERT_EQ('1', Check(*holder)[0]);
+        UniqueHandle heldHere(s.kind == HeldHere ? ::CreateMutexW(NULL, TRUE, s.holder) : NULL);
+        std::unique_ptr<ChildProcess> holder = s.kind == HeldHere ? nullptr : Start(s.holder);
+        ASSERT_TRUE(heldHere || Check(*holder)[0] == '1');
         UniqueHandle kept[2];
-        if (s.killed) {
+        if (s.kind == Killed) {
             kept[0].reset(::OpenMutexW(SYNCHRONIZE, FALSE, KernaelObjectName(names.Local())));
             kept[1].reset(::OpenMutexW(SYNCHRONIZE, FALSE, KernaelObjectName(names.Global())));
             ASSERT_TRUE(kept[0] && kept[1]);
@@ -218,7 +215,7 @@ TEST(FamilyStart, BesideARunningCopy)
             EXPECT_TRUE(elapsedMs >= s.starts[i].minMs && elapsedMs <= s.starts[i].maxMs) << i << ": " << elapsedMs;
         }
         ::SetEvent(quit.get());
-        EXPECT_EQ(s.commands, holder->ReadLine());
+        EXPECT_EQ(s.commands, holder ? holder->ReadLine() : "");
     }
 }
 
@@ -227,7 +224,7 @@ TEST(FamilyStart, OfTwentySimultaneousStartsExactlyOneRuns)
     UniqueHandle quit = QuitEvent();
     std::vector<std::unique_ptr<ChildProcess>> programs;
     for (int i = 0; i < 20; ++i)
-        programs.push_back(Start(L"main --timeout 0", true));
+        programs.push_back(Start(L"main 0"));
     int running = 0;
     for (auto& program : programs) {
         std::string result = Check(*program);
