@@ -94,7 +94,10 @@ TEST(CStringTest, FormatBuffersAndConversions)
     s.AppendFormat(L"%d", 7);
     EXPECT_EQ(L"[" + big + L"]7", s);
 
-    wcscpy(s.GetBuffer(10), L"hello");
+    s = L"x";
+    s += "yz";
+    EXPECT_STREQ(L"xyz", s);
+    wcscpy(s.GetBuffer(10), L"hello");  // longer than the text was
     s.ReleaseBuffer();
     EXPECT_STREQ(L"hello", s);
     EXPECT_EQ(5, s.GetLength());
@@ -118,10 +121,6 @@ TEST(CStringTest, FormatBuffersAndConversions)
         EXPECT_EQ(0, memcmp(bstr, Buffer(text), text.GetLength() * sizeof(wchar_t)));
         ::SysFreeString(bstr);
     }
-
-    s = L"x";
-    s += "yz";
-    EXPECT_STREQ(L"xyz", s);
 }
 
 TEST(CStringResourceTest, LoadStringFindsTheProgramsStrings)
