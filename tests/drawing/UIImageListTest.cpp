@@ -2,6 +2,7 @@
 // file and as a bitmap resource: the pixels of every image, mirrored or not,
 // icons, cursors with their hot spots, and failures that leave nothing behind.
 #include <gtest/gtest.h>
+#include <string>
 #include "DrawingTestResources.h"
 #include "DrawingTestSupport.h"
 #include "MCUIImageList.h"
@@ -29,22 +30,16 @@ void MakeStrip(MCUIImageListData& data, MEUIImageKind kind, const wchar_t* file,
     b.nHotY = 5;
 }
 
-struct IconFacts {
-    BOOL isIcon = TRUE;
-    DWORD hotX = 0, hotY = 0;
-    COLORREF corner = CLR_INVALID;
-};
-
-IconFacts FactsOf(HICON icon)
+// "icon", or "cursor x,y" with its hot spot; then the colour of the top left pixel.
+std::string Describe(HICON image)
 {
-    IconFacts facts;
     ICONINFO info = {};
-    if (!::GetIconInfo(icon, &info))
-        return facts;
+    if (!::GetIconInfo(image, &info))
+        return "none";
     const Pixels colour = ReadPixels(info.hbmColor);
     MImageUtils::DestroyIconInfoData(info);
-    facts = {info.fIcon, info.xHotspot, info.yHotspot, colour.width > 0 ? colour.At(0, 0) : CLR_INVALID};
-    return facts;
+    const std::string kind = info.fIcon ? "icon" : "cursor " + std::to_string(info.xHotspot) + "," + std::to_string(info.yHotspot);
+    return kind + " " + std::to_string(colour.width > 0 ? colour.At(0, 0) : CLR_INVALID);
 }
 
 TEST(UIImageList, CutsTheStripIntoMaskedImagesEachMirroredInItsPlace)
@@ -64,6 +59,7 @@ TEST(UIImageList, CutsTheStripIntoMaskedImagesEachMirroredInItsPlace)
                 MakeStrip(data, kind, source.file, source.resourceID);
                 data.eEffect = effect.effect;
                 MCUIImageList live;
+                SCOPED_TRACE(testing::Message() << "resource " << source.resourceID << " effect " << effect.effect);
                 // The description's file, or its folder, which names itself.
                 const CString description = TestDataPath(kind == MEUIImageKindIcon ? L"drawing\\strip.xml" : L"drawing");
                 ASSERT_EQ(S_OK, live.Create(data, description));
@@ -72,25 +68,19 @@ TEST(UIImageList, CutsTheStripIntoMaskedImagesEachMirroredInItsPlace)
                     HBITMAP drawn = NULL;
                     ASSERT_TRUE(MImageUtils::GetBitmapByIndex(live.GetImageList(), image, kBack, drawn));
                     UniqueBitmap owned(drawn);
-                    const Pixels pixels = ReadPixels(drawn);
-                    ASSERT_EQ(4, pixels.width);
-                    ASSERT_EQ(6, pixels.height);
-                    for (int x = 0; x < 4; ++x) {
+                    ExpectPixels(drawn, 4, 6, [&](int x, int) {
                         const int column = image * 4 + effect.columnSeenAt[x];
-                        EXPECT_EQ(column == kTransparentColumn ? kBack : ColumnColour(column), pixels.At(x, 3))
-                            << "resource " << source.resourceID << " effect " << effect.effect << " image " << image;
-                    }
+                        return column == kTransparentColumn ? kBack : ColumnColour(column);
+                    });
                 }
                 const bool cursors = kind == MEUIImageKindCursor;
                 EXPECT_EQ(nullptr, cursors ? live.GetIcon(L"b") : live.GetCursor(L"b"));
                 EXPECT_EQ(nullptr, cursors ? live.GetCursor(L"c") : live.GetIcon(L"c"));
-                const IconFacts b = FactsOf(cursors ? live.GetCursor(L"b") : live.GetIcon(L"b"));
-                EXPECT_EQ(ColumnColour(4), b.corner);
-                EXPECT_EQ(!cursors, b.isIcon != FALSE);
                 if (cursors) {
-                    EXPECT_EQ(3u, b.hotX);
-                    EXPECT_EQ(5u, b.hotY);
-                    EXPECT_EQ(0u, FactsOf(live.GetCursor(L"a")).hotX);
+                    EXPECT_EQ("cursor 3,5 " + std::to_string(ColumnColour(4)), Describe(live.GetCursor(L"b")));
+                    EXPECT_EQ("cursor 0,0 " + std::to_string(ColumnColour(0)), Describe(live.GetCursor(L"a")));
+                } else {
+                    EXPECT_EQ("icon " + std::to_string(ColumnColour(4)), Describe(live.GetIcon(L"b")));
                 }
             }
         }
@@ -115,15 +105,6 @@ struct Failure {
     {L"picture.bmp", 0, 4, -1, HRESULT_FROM_WIN32(ERROR_INVALID_INDEX)},
 };
 
-HRESULT CreateFailing(const Failure& failure, MCUIImageList& live)
-{
-    MCUIImageListData data;
-    MakeStrip(data, MEUIImageKindCursor, failure.file, failure.resourceID);
-    data.nWidth = failure.width;
-    data.images[L"b"].nIndex = failure.index;
-    return live.Create(data, TestDataPath(L"drawing\\strip.xml"));
-}
-
 TEST(UIImageList, FailuresLeaveTheObjectEmptyAndNoHandlesBehind)
 {
     MCUIImageList live;
@@ -133,7 +114,11 @@ TEST(UIImageList, FailuresLeaveTheObjectEmptyAndNoHandlesBehind)
         if (i == count)  // every path taken once before counting
             slotBefore = HighestFreshGdiSlot();
         const Failure& failure = kFailures[i % count];
-        ASSERT_EQ(failure.expected, CreateFailing(failure, live)) << "case " << i % count;
+        MCUIImageListData data;
+        MakeStrip(data, MEUIImageKindCursor, failure.file, failure.resourceID);
+        data.nWidth = failure.width;
+        data.images[L"b"].nIndex = failure.index;
+        ASSERT_EQ(failure.expected, live.Create(data, TestDataPath(L"drawing\\strip.xml"))) << "case " << i % count;
         ASSERT_EQ(nullptr, live.GetImageList());
         ASSERT_EQ(nullptr, live.GetCursor(L"a"));
     }
