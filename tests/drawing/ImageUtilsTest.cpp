@@ -30,19 +30,6 @@ CSize IconSize(HICON hIcon)
     return MImageUtils::GetIconSize(hIcon, size) ? size : CSize(-1, -1);
 }
 
-// Whether `hCursor` is a cursor with the hot spot (x, y); frees it.
-void ExpectCursor(HCURSOR hCursor, DWORD x, DWORD y)
-{
-    ICONINFO info = {};
-    ASSERT_TRUE(hCursor != NULL && ::GetIconInfo(hCursor, &info));
-    EXPECT_FALSE(info.fIcon);
-    EXPECT_EQ(CPoint(x, y), CPoint(info.xHotspot, info.yHotspot));
-    MImageUtils::DestroyIconInfoData(info);
-    EXPECT_TRUE(info.hbmColor == nullptr && info.hbmMask == nullptr);
-    MImageUtils::DestroyIconInfoData(info);  // a second time finds nothing to delete
-    ::DestroyCursor(hCursor);
-}
-
 TEST(ImageUtils, IconSizesCursorsAndFiles)
 {
     UniqueIcon icon(SolidIcon(24, kRed, 12)), mono(MonochromeIcon());
@@ -50,11 +37,27 @@ TEST(ImageUtils, IconSizesCursorsAndFiles)
     EXPECT_EQ(CSize(24, 12), IconSize(icon.get()));
     EXPECT_EQ(CSize(-1, -1), IconSize(mono.get())) << "no colour bitmap";
     EXPECT_EQ(CSize(-1, -1), IconSize(NULL));
-    ExpectCursor(MImageUtils::CreateCursorFromIcon(icon.get(), 3, 4), 3, 4);
     EXPECT_EQ(MImageUtils::CreateCursorFromIcon(mono.get(), 0, 0), nullptr);
     EXPECT_EQ(MImageUtils::CreateCursorFromIcon(NULL, 0, 0), nullptr);
-
+    // A cursor made from an icon, with its hot spot, and a cursor file loaded through either entry point.
     const CString ico = TestDataPath(L"drawing\\picture.ico"), cur = TestDataPath(L"drawing\\picture.cur");
+    const HCURSOR cursors[] = {
+        MImageUtils::CreateCursorFromIcon(icon.get(), 3, 4),
+        static_cast<HCURSOR>(MImageUtils::LoadResourceFromFile(cur, IMAGE_CURSOR, 5, 5, NULL)),
+        MImageUtils::LoadCursorFromFileW(cur, reinterpret_cast<HINSTANCE>(static_cast<ULONG_PTR>(1)))};
+    for (HCURSOR hCursor : cursors) {
+        ICONINFO info = {};
+        ASSERT_TRUE(hCursor != NULL && ::GetIconInfo(hCursor, &info));
+        EXPECT_FALSE(info.fIcon);
+        if (hCursor == cursors[0]) {
+            EXPECT_EQ(CPoint(3, 4), CPoint(info.xHotspot, info.yHotspot));
+        }
+        MImageUtils::DestroyIconInfoData(info);
+        EXPECT_TRUE(info.hbmColor == nullptr && info.hbmMask == nullptr);
+        MImageUtils::DestroyIconInfoData(info);  // a second time finds nothing to delete
+        ::DestroyCursor(hCursor);
+    }
+
     const CSize systemSize(::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON));
     UniqueIcon byDefault(static_cast<HICON>(MImageUtils::LoadResourceFromFile(ico, IMAGE_ICON, 0, 0, NULL)));
     UniqueIcon sized(static_cast<HICON>(MImageUtils::LoadResourceFromFile(ico, IMAGE_ICON, 16, 16, NULL)));
@@ -66,15 +69,6 @@ TEST(ImageUtils, IconSizesCursorsAndFiles)
         MImageUtils::LoadResourceFromFile(TestDataPath(L"drawing\\picture.bmp"), IMAGE_BITMAP, 0, 0, NULL)));
     Pixels pixels = ReadPixels(bitmap.get());
     EXPECT_EQ(CSize(8, 6), CSize(pixels.width, pixels.height));
-    // A cursor file loads as a cursor through either entry point.
-    for (HCURSOR hCursor : {static_cast<HCURSOR>(MImageUtils::LoadResourceFromFile(cur, IMAGE_CURSOR, 5, 5, NULL)),
-                            MImageUtils::LoadCursorFromFileW(cur, reinterpret_cast<HINSTANCE>(static_cast<ULONG_PTR>(1)))}) {
-        ICONINFO info = {};
-        ASSERT_TRUE(hCursor != NULL && ::GetIconInfo(hCursor, &info));
-        EXPECT_FALSE(info.fIcon);
-        MImageUtils::DestroyIconInfoData(info);
-        ::DestroyCursor(hCursor);
-    }
     EXPECT_EQ(MImageUtils::LoadIconFromFile(TestDataPath(L"drawing\\missing.ico"), NULL), nullptr);
     EXPECT_EQ(MImageUtils::LoadResourceFromFile(nullptr, IMAGE_ICON, 0, 0, NULL), nullptr);
     HBITMAP hBitmap = reinterpret_cast<HBITMAP>(static_cast<ULONG_PTR>(1));
