@@ -8,6 +8,7 @@
 #include "MCDeferPos.h"
 #include "MUIUtils.h"
 #include "TestDialog.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -31,19 +32,16 @@ protected:
     // The widest item of a combo box, measured with the font it draws with.
     int WidestItem(UINT nID) const
     {
-        HWND hWnd = Control(nID);
-        HDC hdc = ::GetDC(hWnd);
-        HGDIOBJ old = ::SelectObject(hdc, reinterpret_cast<HFONT>(::SendMessageW(hWnd, WM_GETFONT, 0, 0)));
+        UniqueWindowDC dc(Control(nID));
+        UniqueSelectObject font(dc.get(), reinterpret_cast<HFONT>(Send(nID, WM_GETFONT)));
         int widest = 0;
         for (int i = 0; i < static_cast<int>(Send(nID, CB_GETCOUNT)); ++i) {
             wchar_t text[256] = L"";
-            ::SendMessageW(hWnd, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
+            ::SendMessageW(Control(nID), CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
             SIZE size;
-            ::GetTextExtentPoint32W(hdc, text, static_cast<int>(wcslen(text)), &size);
+            ::GetTextExtentPoint32W(dc.get(), text, static_cast<int>(wcslen(text)), &size);
             widest = std::max(widest, static_cast<int>(size.cx));
         }
-        ::SelectObject(hdc, old);
-        ::ReleaseDC(hWnd, hdc);
         return widest + 2 * ::GetSystemMetrics(SM_CXEDGE);
     }
 
@@ -241,12 +239,11 @@ TEST(UIUnitsFontsAndImageLists, AtScreenResolution)
         EXPECT_EQ(pair[1], pair[0]) << "row " << &pair - exact;
 
     const LOGFONTW lf = {-17, 0, 0, 0, FW_BOLD, TRUE, 0, 0, 0, 0, 0, 0, 0, L"Tahoma"};
-    HFONT original = ::CreateFontIndirectW(&lf);
+    UniqueGdiObject<HFONT> original(::CreateFontIndirectW(&lf));
     CFont copy;
     ASSERT_TRUE(copy.CreatePointFont(90, L"Arial"));  // replaced by the copy
-    ASSERT_TRUE(MUIUtils::CreateFontW(original, copy));
-    EXPECT_NE(original, static_cast<HFONT>(copy));
-    ::DeleteObject(original);
+    ASSERT_TRUE(MUIUtils::CreateFontW(original.get(), copy));
+    EXPECT_NE(original.get(), static_cast<HFONT>(copy));
     LOGFONTW read = {};
     ASSERT_EQ(static_cast<int>(sizeof(read)), ::GetObjectW(copy, sizeof(read), &read));
     EXPECT_TRUE(read.lfHeight == -17 && read.lfWeight == FW_BOLD && read.lfItalic && !wcscmp(read.lfFaceName, L"Tahoma"));

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include "MUIUtils.h"
 #include "TestSupport.h"
+#include "frame/Owners.h"
 
 TEST(UIStrings, CompareFindNumbersAndReplication)
 {
@@ -35,12 +36,10 @@ TEST(UIStrings, ErrorTextsAndIds)
     EXPECT_FALSE(MUIUtils::GetComError(E_OUTOFMEMORY).IsEmpty());
     EXPECT_EQ(CString(), MUIUtils::GetComError(static_cast<HRESULT>(0xA0FF1234)));
 
-    BSTR empty = ::SysAllocString(L""), id = ::SysAllocString(L"ok");
+    UniqueAny<BSTR, ::SysFreeString> empty(::SysAllocString(L"")), id(::SysAllocString(L"ok"));
     EXPECT_FALSE(MUIUtils::IsValidID(NULL));
-    EXPECT_FALSE(MUIUtils::IsValidID(empty));
-    EXPECT_TRUE(MUIUtils::IsValidID(id));
-    ::SysFreeString(empty);
-    ::SysFreeString(id);
+    EXPECT_FALSE(MUIUtils::IsValidID(empty.get()));
+    EXPECT_TRUE(MUIUtils::IsValidID(id.get()));
 }
 
 TEST(UIFonts, LogFontCopyKeepsAnExistingFaceName)
