@@ -35,20 +35,18 @@ std::vector<Band> DrawInBands(MCDC& surface, const CRect& rc, COLORREF from, COL
     return g_bands;
 }
 
-TEST(Gradient, FillsFromOneColourToTheOther)
+TEST(Gradient, FillsFromOneColourToTheOtherOrInBands)
 {
-    MCDC surface(256, 4);
+    MCDC surface(256, 55);
     EXPECT_EQ(MImageUtils::UVLRDrawGradientRect(&surface, CRect(0, 0, 256, 4), RGB(0, 0, 0), RGB(0, 0, 255), true), 1);
     EXPECT_LE(GetBValue(surface.GetPixel(0, 1)), 2);
     EXPECT_GE(GetBValue(surface.GetPixel(255, 1)), 253);
     for (int x = 1; x < 256; ++x)
         ASSERT_GE(GetBValue(surface.GetPixel(x, 1)), GetBValue(surface.GetPixel(x - 1, 1)));
     EXPECT_EQ(MImageUtils::UVLRDrawGradientRect(nullptr, CRect(0, 0, 4, 4), 0, 0, true), 0);
-}
 
-TEST(Gradient, FallsBackToOneBandPerColourStep)
-{
-    MCDC surface(110, 50);
+    // Without GradientFill: one band per colour step.
+    surface.Fill(RGB(255, 255, 255));
     std::vector<Band> bands = DrawInBands(surface, CRect(0, 0, 110, 4), RGB(0, 0, 0), RGB(0, 0, 10), true);
     ASSERT_EQ(bands.size(), 11u);
     for (int i = 0; i < 11; ++i) {
