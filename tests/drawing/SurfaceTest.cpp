@@ -77,13 +77,10 @@ TEST(Surface, CopiesImageListsAndIconsKeepThePicture)
     UniqueBitmap fromDC(MCDC::CreateNewBitmapFromDC(surface.m_hDC));
     ExpectPixels(fromDC.get(), 10, 4, [](int, int) { return kGreen; });
 
-    CBitmap* wrapper = surface.GetCBitmap();
+    CBitmap* wrapper = surface.GetCBitmap();  // a temporary, never the owner of the surface's bitmap
     ASSERT_NE(wrapper, nullptr);
     EXPECT_TRUE(wrapper->IsKindOf(RUNTIME_CLASS(CBitmap)));
-    EXPECT_EQ(wrapper->m_hObject, surface.GetBitmap());
-    AfxLockTempMaps();  // the idle clean-up deletes the wrapper, never the surface's bitmap
-    AfxUnlockTempMaps();
-    EXPECT_EQ(::GetObjectType(surface.GetBitmap()), static_cast<DWORD>(OBJ_BITMAP));
+    EXPECT_EQ(wrapper, CGdiObject::FromHandle(surface.GetBitmap()));
 
     MCDC square(16, 16);
     square.Fill(kMask);
