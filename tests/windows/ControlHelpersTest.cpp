@@ -206,8 +206,7 @@ TEST_F(ControlHelpers, DeferredMovesAndTheObjectsOfSubclassedAndPlainControls)
     EXPECT_EQ(CRect(1, 2, 4, 6), ClientRect(IDC_BUTTON));
 
     // Unsubclassed, the button is a temporary again.
-    HWND hButton = recorder.GetSafeHwnd();
-    EXPECT_EQ(hButton, recorder.UnsubclassWindow());
+    EXPECT_EQ(Control(IDC_BUTTON), recorder.UnsubclassWindow());
     EXPECT_NE(&recorder, m_dialog.GetDlgItem(IDC_BUTTON));
     EXPECT_EQ(nullptr, recorder.m_hWnd);
 

@@ -90,10 +90,11 @@ TEST(WinTreeEnumerator, RootWithoutChildrenAndInvalidRoots)
     ::DestroyWindow(ctx.m_hWndRoot);
     EXPECT_FALSE(enumerator.StartEnumerating()) << "a root that is gone";
 
-    RecordingCtx a(reinterpret_cast<HWND>(0x1234), NULL), b(NULL, NULL);
+    RecordingCtx a(NULL, NULL), b(NULL, NULL);
+    a.SetEnumParams(reinterpret_cast<HWND>(0x1234), 9);
     b = a;
     EXPECT_EQ(reinterpret_cast<HWND>(0x1234), b.m_hWndRoot);
-    EXPECT_EQ(7, b.m_nParam);
+    EXPECT_EQ(9, b.m_nParam);
     EXPECT_EQ(EnumActionContinue, b.OnSubTreeEnumBegin(NULL, 0));
     EXPECT_EQ(EnumActionContinue, b.OnSubTreeEnumFinish(NULL, 0));
 }
