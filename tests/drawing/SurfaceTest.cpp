@@ -24,8 +24,6 @@ void PaintDistinct(MCDC& surface)
 TEST(Surface, FillFrameAndMirror)
 {
     MCDC surface(7, 5);
-    ASSERT_NE(surface.GetBitmap(), nullptr);
-    EXPECT_EQ(surface.GetSize(), CSize(7, 5));
     surface.Fill(RGB(10, 20, 30));
     ExpectPixels(surface.GetBitmap(), 7, 5, [](int, int) { return RGB(10, 20, 30); });
     CBrush blue(kBlue);
@@ -177,24 +175,18 @@ TEST(Surface, SaveWritesA24BitFileFromA32BitSurfaceAndAPaletteFileFromAn8BitOne)
     struct {
         BITMAPINFOHEADER header;
         RGBQUAD colours[256];
-    } info = {{sizeof(BITMAPINFOHEADER), 1, 1, 1, 8, BI_RGB, 0, 0, 0, 256, 0}, {}};
-    info.colours[1] = RGBQUAD{0, 0, 255, 0};  // red
-    info.colours[2] = RGBQUAD{0, 255, 0, 0};  // green
-    info.colours[3] = RGBQUAD{255, 0, 0, 0};  // blue
+    } info = {{sizeof(BITMAPINFOHEADER), 1, 1, 1, 8, BI_RGB, 0, 0, 0, 256, 0},
+              {{0, 0, 0, 0}, {0, 0, 255, 0}, {0, 255, 0, 0}, {255, 0, 0, 0}}};  // black, red, green, blue
     void* bits = nullptr;
     UniqueBitmap section(::CreateDIBSection(NULL, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS, &bits, NULL, 0));
     ASSERT_NE(section.get(), nullptr);
-    HDC hMem = ::CreateCompatibleDC(NULL);
-    HGDIOBJ hOld = ::SelectObject(hMem, section.get());
-    {
-        MCDC palette(hMem, 7, 5);
-        BITMAP bm;
-        ASSERT_TRUE(::GetObjectW(palette.GetBitmap(), sizeof(bm), &bm));
-        ASSERT_EQ(bm.bmBitsPixel, 8);
-        EXPECT_EQ(5u * 8, SavePattern(palette, L"surface8.bmp"));
-    }
-    ::SelectObject(hMem, hOld);
-    ::DeleteDC(hMem);
+    UniqueAny<HDC, ::DeleteDC> hMem(::CreateCompatibleDC(NULL));
+    UniqueSelectObject selected(hMem.get(), section.get());
+    MCDC palette(hMem.get(), 7, 5);
+    BITMAP bm;
+    ASSERT_TRUE(::GetObjectW(palette.GetBitmap(), sizeof(bm), &bm));
+    ASSERT_EQ(bm.bmBitsPixel, 8);
+    EXPECT_EQ(5u * 8, SavePattern(palette, L"surface8.bmp"));
 }
 
 TEST(Surface, TenThousandCyclesLeaveNoGdiObjectsBehind)
