@@ -96,9 +96,9 @@ TEST(Surface, CopiesImageListsAndIconsKeepThePicture)
 
 TEST(Surface, EveryConstructorMakesACompatibleSurface)
 {
-    HDC hScreen = ::GetDC(NULL);
+    UniqueWindowDC screenDC(NULL);
     CClientDC screen(nullptr);
-    MCDC fromHandle(hScreen, 3, 2), fromCDC(static_cast<CDC*>(&screen), 3, 2), noWindow(static_cast<CWnd*>(nullptr), 3, 2);
+    MCDC fromHandle(screenDC.get(), 3, 2), fromCDC(static_cast<CDC*>(&screen), 3, 2), noWindow(static_cast<CWnd*>(nullptr), 3, 2);
     MCDC ofScreen(3, 2), ofDesktop(::GetDesktopWindow(), 3, 2);
     for (MCDC* s : {&fromHandle, &fromCDC, &noWindow, &ofScreen, &ofDesktop}) {
         ASSERT_NE(s->GetBitmap(), nullptr);
@@ -106,8 +106,7 @@ TEST(Surface, EveryConstructorMakesACompatibleSurface)
         s->Fill(kBlue);
         EXPECT_EQ(s->GetPixel(2, 1), kBlue);
     }
-    EXPECT_NE(::GetDeviceCaps(hScreen, BITSPIXEL), 0) << "the caller's context survives the surface made from it";
-    ::ReleaseDC(NULL, hScreen);
+    EXPECT_NE(::GetDeviceCaps(screenDC.get(), BITSPIXEL), 0) << "the caller's context survives the surface made from it";
 
     // Text and clipping go to the surface's own context.
     MCDC text(60, 20);
