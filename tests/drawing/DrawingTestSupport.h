@@ -28,8 +28,7 @@ inline Pixels ReadPixels(HBITMAP hBitmap)
     BITMAP bm;
     if (hBitmap == NULL || ::GetObjectW(hBitmap, sizeof(bm), &bm) == 0)
         return result;
-    BITMAPINFO info = {};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), bm.bmWidth, -bm.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), bm.bmWidth, -bm.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
     std::vector<RGBQUAD> quads(static_cast<size_t>(bm.bmWidth) * bm.bmHeight);
     if (::GetDIBits(UniqueWindowDC(NULL).get(), hBitmap, 0, bm.bmHeight, quads.data(), &info, DIB_RGB_COLORS) != bm.bmHeight)
         return result;
@@ -45,8 +44,7 @@ template <class Expected>
 void ExpectPixels(HBITMAP hBitmap, int width, int height, Expected expected)
 {
     Pixels pixels = ReadPixels(hBitmap);
-    ASSERT_EQ(width, pixels.width);
-    ASSERT_EQ(height, pixels.height);
+    ASSERT_EQ(CSize(width, height), CSize(pixels.width, pixels.height));
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x)
             ASSERT_EQ(expected(x, y), pixels.At(x, y)) << x << "," << y;

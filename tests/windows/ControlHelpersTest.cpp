@@ -83,13 +83,12 @@ TEST_F(ControlHelpers, EachHelperWithARealAMissingAndNoControlAndComboDropWidths
     ::ShowWindow(m_dialog.m_hWnd, SW_SHOW);
     ::SetForegroundWindow(m_dialog.m_hWnd);
     ::SetFocus(Control(IDC_EDIT));
-    typedef std::function<std::string(CWnd*, UINT)> Call;
     // Each call runs a helper with the given parent and identifier and tells what it
     // answered and what the real control shows afterwards.
     const struct Row {
         const char* helper;
         UINT nID;
-        Call call;
+        std::function<std::string(CWnd*, UINT)> call;
         const char* real;     // on the real dialog and control
         const char* failed;   // missing control, no parent, no parent object: the control is left alone
     } rows[] = {
