@@ -257,16 +257,25 @@ HLOCAL WINAPI KeptLocalFree(HLOCAL) { return NULL; }
 
 }  // namespace
 
-// The security helpers size system structures that are larger on the 64-bit build.
-TEST(SystemAuthority, NoWritePastAnAllocatedBlock)
+// The security helpers size system structures that are larger on the 64-bit build. An
+// open-access mutex keeps the system's error, and the caller's attributes are used as given.
+TEST(SystemAuthority, NoWritePastAnAllocatedBlockAndOpenAccessMutexes)
 {
+    UniqueHandle first;
     {
         ScopedImportHook alloc(TesvorUtilModule(), "KERNEL32.dll", "LocalAlloc", &GuardedLocalAlloc);
         ScopedImportHook release(TesvorUtilModule(), "KERNEL32.dll", "LocalFree", &KeptLocalFree);
         ASSERT_TRUE(alloc.Hooked() && release.Hooked());
         EXPECT_NE(0, MNSystemAutorityHelper::IsAdmin());
-        EXPECT_TRUE(UniqueHandle(CreateMutexAllAccess(NULL, FALSE, L"Local\\TesvorBlockOverrunTest")));
+        first.reset(CreateMutexAllAccess(NULL, TRUE, L"Global\\TesvorTestTwiceMutex"));
     }
+    ::SetLastError(0);
+    UniqueHandle second(CreateMutexAllAccess(NULL, FALSE, L"Global\\TesvorTestTwiceMutex"));
+    EXPECT_TRUE(first && second && ::GetLastError() == ERROR_ALREADY_EXISTS) << ::GetLastError();
+    SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), NULL, TRUE};
+    UniqueHandle third(CreateMutexAllAccess(&inheritable, FALSE, L"TesvorTestCallerSecuredMutex"));
+    DWORD flags = 0;
+    EXPECT_TRUE(::GetHandleInformation(third.get(), &flags) && (flags & HANDLE_FLAG_INHERIT));
     EXPECT_LE(3u, g_guardedBlocks.size());  // two descriptors and an access list at least
     for (const auto& block : g_guardedBlocks) {
         const BYTE* zone = block.first + block.second;

@@ -2,7 +2,6 @@
 #include <string>
 #include <vector>
 #include "ChildProcess.h"
-#include "KernelObjectNames.h"
 #include "MCAdvApi32Dll.h"
 #include "MCWTSSession.h"
 #include "ScopedTestKey.h"
@@ -47,23 +46,6 @@ TEST(TerminalServices, EmulatedWindowsVersions)
         EXPECT_EQ(c.expected, probe.ReadLine()) << c.wine << ", suite type " << c.suiteType;
         probe.Wait();
     }
-}
-
-TEST(TerminalServices, OpenAccessMutexKeepsTheErrorAndTheCallersAttributes)
-{
-    HANDLE first = CreateMutexAllAccess(NULL, TRUE, L"Global\\TesvorTestTwiceMutex");
-    ASSERT_NE(HANDLE(NULL), first);
-    ::SetLastError(0);
-    HANDLE second = CreateMutexAllAccess(NULL, FALSE, L"Global\\TesvorTestTwiceMutex");
-    EXPECT_EQ(DWORD(ERROR_ALREADY_EXISTS), ::GetLastError());
-    EXPECT_NE(HANDLE(NULL), second);
-    // The caller's attributes are used as given: here, an inheritable handle.
-    SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), NULL, TRUE};
-    HANDLE third = CreateMutexAllAccess(&inheritable, FALSE, L"TesvorTestCallerSecuredMutex");
-    DWORD flags = 0;
-    EXPECT_TRUE(::GetHandleInformation(third, &flags) && (flags & HANDLE_FLAG_INHERIT));
-    for (HANDLE handle : {first, second, third})
-        ::CloseHandle(handle);
 }
 
 namespace {
