@@ -113,12 +113,20 @@ END_DISPATCH_MAP()
 
 }  // namespace
 
-TEST(EventSinkAdvisor, AdviseAndUnadviseRules)
+TEST(EventSinkAdvisor, AdviseAndUnadviseRulesAndRefusals)
 {
     TestEventSource source, second;
     TestSink sink;
-    // Not connected: nothing to unadvise.
+    // Not connected: nothing to unadvise. A source without connection points or without this
+    // one, and an advisor that does not answer for the dispinterface, are turned away.
+    Counted<IUnknown> plain;
+    MCEvtSinkAdvisor deaf;
     EXPECT_EQ((Values{0, S_OK, 0}), (Values{sink.IsAdvised(), sink.Unadvise(), source.point.unadviseCalls}));
+    EXPECT_EQ((Values{E_NOINTERFACE, CONNECT_E_NOCONNECTION, CONNECT_E_CANNOTCONNECT}),
+              (Values{sink.Advise(&plain, &DIID_TestEvents), sink.Advise(&source, &IID_IDispatch),
+                      deaf.Advise(&source, &DIID_TestEvents)}));
+    EXPECT_EQ((Values{0, 0, 0, 0, 0, 1}), (Values{sink.IsAdvised(), deaf.IsAdvised(), deaf.m_dwCookie, source.refs,
+                                                  source.point.refs, deaf.m_dwRef}));
 
     // Connected, the source holds the sink and its point is held; the container is not kept.
     ASSERT_EQ(S_OK, sink.Advise(&source, &DIID_TestEvents));
@@ -134,21 +142,6 @@ TEST(EventSinkAdvisor, AdviseAndUnadviseRules)
     EXPECT_EQ(S_OK, sink.Unadvise());
     EXPECT_EQ((Values{0, 0, 0, 1}), (Values{sink.IsAdvised(), sink.m_dwCookie, source.point.refs, sink.m_dwRef}));
     EXPECT_EQ(nullptr, source.point.m_sink);
-}
-
-TEST(EventSinkAdvisor, FailedAdviseLeavesItUnconnected)
-{
-    Counted<IUnknown> plain;  // without connection points
-    TestEventSource source;
-    TestSink sink;
-    EXPECT_EQ(E_NOINTERFACE, sink.Advise(&plain, &DIID_TestEvents));
-    EXPECT_EQ(CONNECT_E_NOCONNECTION, sink.Advise(&source, &IID_IDispatch));
-    EXPECT_EQ((Values{0, 0}), (Values{sink.IsAdvised(), source.refs}));
-
-    // An advisor that does not answer for the dispinterface is turned away.
-    MCEvtSinkAdvisor deaf;
-    EXPECT_EQ(CONNECT_E_CANNOTCONNECT, deaf.Advise(&source, &DIID_TestEvents));
-    EXPECT_EQ((Values{0, 0, 0, 1}), (Values{deaf.IsAdvised(), deaf.m_dwCookie, source.point.refs, deaf.m_dwRef}));
 }
 
 TEST(EventSinkAdvisor, DestructionUnadvisesOrAtLeastReleases)
