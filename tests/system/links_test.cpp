@@ -4,6 +4,7 @@
 #include "MRunUtils.h"
 #include "ScopedImportHook.h"
 #include "ScopedTestKey.h"
+#include "TestSupport.h"
 #include <shellapi.h>
 #include <wininet.h>
 
@@ -178,10 +179,8 @@ TEST(DialUpTest, ReportsTheSystemError)
     ASSERT_TRUE(dial.Hooked());
     DWORD error = 77;
     g_dialResult = ERROR_SUCCESS;
-    EXPECT_EQ(S_OK, MNInternetUtils::OpenDialUp(&error));
-    EXPECT_EQ(77u, error);
+    EXPECT_EQ((Values{S_OK, 77}), (Values{MNInternetUtils::OpenDialUp(&error), error}));
     g_dialResult = ERROR_INTERNET_CANNOT_CONNECT;
-    EXPECT_EQ(E_FAIL, MNInternetUtils::OpenDialUp(&error));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INTERNET_CANNOT_CONNECT), error);
-    EXPECT_EQ(E_FAIL, MNInternetUtils::OpenDialUp(NULL));
+    EXPECT_EQ((Values{E_FAIL, ERROR_INTERNET_CANNOT_CONNECT, E_FAIL}),
+              (Values{MNInternetUtils::OpenDialUp(&error), error, MNInternetUtils::OpenDialUp(NULL)}));
 }
