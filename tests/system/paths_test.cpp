@@ -84,14 +84,11 @@ TEST(PathsTest, ModuleTemporaryAndShellFolders)
 {
     wchar_t expected[MAX_PATH + 1] = {};
     ASSERT_NE(0u, ::GetModuleFileNameW(NULL, expected, MAX_PATH));
-    CString exe(expected), path;
+    CString exe(expected), path, folder, withBackslash;
     int slash = exe.ReverseFind(L'\\');
-    EXPECT_TRUE(NMFileUtils::GetModulePath(NULL, path));
-    EXPECT_EQ(exe, path);
-    EXPECT_TRUE(NMFileUtils::ReturnPathExeFile(NULL, path, true));
-    EXPECT_EQ(exe.Left(slash), path);
-    EXPECT_TRUE(NMFileUtils::ReturnPathExeFile(NULL, path, false));
-    EXPECT_EQ(exe.Left(slash + 1), path);
+    EXPECT_TRUE(NMFileUtils::GetModulePath(NULL, path) && NMFileUtils::ReturnPathExeFile(NULL, folder, true) &&
+                NMFileUtils::ReturnPathExeFile(NULL, withBackslash, false));
+    EXPECT_EQ(exe + L"|" + exe.Left(slash) + L"|" + exe.Left(slash + 1), path + L"|" + folder + L"|" + withBackslash);
     HINSTANCE notAModule = reinterpret_cast<HINSTANCE>(static_cast<UINT_PTR>(0x10));
     path = L"kept";
     EXPECT_FALSE(NMFileUtils::GetModulePath(notAModule, path) || NMFileUtils::ReturnPathExeFile(notAModule, path, true));
