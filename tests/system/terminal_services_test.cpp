@@ -188,15 +188,11 @@ TEST(WTSSession, HiddenWindowTurnsEachCodeIntoItsSlot)
     ASSERT_EQ(1, session->Init());
     EXPECT_EQ(session, MCWTSSession::Instance());
     EXPECT_EQ(1, session->Init()) << "a second Init keeps the registration";
-    // This process's hidden window, never shown, points back to the session (its thread
-    // and module are where the messages below and the class's re-registration in
-    // InstanceGuard.MultiLocksDetachAndTheSessionHelper need them).
-    HWND window = NULL;
-    for (DWORD process = 0; (window = ::FindWindowExW(NULL, window, L"vlrwtsseswndclass", NULL)) != NULL;) {
-        ::GetWindowThreadProcessId(window, &process);
-        if (process == ::GetCurrentProcessId())
-            break;
-    }
+    // The hidden window (the only one of its class: no other program of the test makes one),
+    // never shown, points back to the session. Its thread and module are where the messages
+    // below and the class's re-registration in InstanceGuard.MultiLocksDetachAndTheSessionHelper
+    // need them.
+    HWND window = ::FindWindowW(L"vlrwtsseswndclass", NULL);
     ASSERT_NE(HWND(NULL), window);
     EXPECT_EQ((Values{0, LONG_PTR(session)}),
               (Values{::IsWindowVisible(window), ::GetWindowLongPtrW(window, GWLP_USERDATA)}));
