@@ -30,7 +30,8 @@ inline Pixels ReadPixels(HBITMAP hBitmap)
         return result;
     BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), bm.bmWidth, -bm.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0}, {}};
     std::vector<RGBQUAD> quads(static_cast<size_t>(bm.bmWidth) * bm.bmHeight);
-    if (::GetDIBits(UniqueWindowDC(NULL).get(), hBitmap, 0, bm.bmHeight, quads.data(), &info, DIB_RGB_COLORS) != bm.bmHeight)
+    const UniqueWindowDC screen(NULL);
+    if (::GetDIBits(screen.get(), hBitmap, 0, bm.bmHeight, quads.data(), &info, DIB_RGB_COLORS) != bm.bmHeight)
         return result;
     result.width = bm.bmWidth;
     result.height = bm.bmHeight;

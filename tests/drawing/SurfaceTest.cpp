@@ -98,15 +98,15 @@ TEST(Surface, EveryConstructorMakesACompatibleSurface)
 {
     UniqueWindowDC screenDC(NULL);
     CClientDC screen(nullptr);
-    MCDC fromHandle(screenDC.get(), 3, 2), fromCDC(static_cast<CDC*>(&screen), 3, 2), noWindow(static_cast<CWnd*>(nullptr), 3, 2);
-    MCDC ofScreen(3, 2), ofDesktop(::GetDesktopWindow(), 3, 2);
+    MCDC fromHandle(screenDC.get(), 3, 2), fromCDC(static_cast<CDC*>(&screen), 3, 2);
+    MCDC noWindow(static_cast<CWnd*>(nullptr), 3, 2), ofScreen(3, 2), ofDesktop(::GetDesktopWindow(), 3, 2);
     for (MCDC* s : {&fromHandle, &fromCDC, &noWindow, &ofScreen, &ofDesktop}) {
         ASSERT_NE(s->GetBitmap(), nullptr);
         EXPECT_EQ(s->GetSize(), CSize(3, 2));
         s->Fill(kBlue);
         EXPECT_EQ(s->GetPixel(2, 1), kBlue);
     }
-    EXPECT_NE(::GetDeviceCaps(screenDC.get(), BITSPIXEL), 0) << "the caller's context survives the surface made from it";
+    EXPECT_NE(::GetDeviceCaps(screenDC.get(), BITSPIXEL), 0) << "the caller's context outlives its surface";
 
     // Text and clipping go to the surface's own context.
     MCDC text(60, 20);
@@ -160,7 +160,8 @@ DWORD SavePattern(MCDC& surface, const wchar_t* name)
     surface.FillRect(&left, &red);
     surface.FillRect(&right, &blue);
     surface.FillRect(&top, &green);
-    const std::vector<BYTE> bytes = surface.Save(DrawingOutputPath(name)) ? FileBytes(DrawingOutputPath(name)) : std::vector<BYTE>();
+    const CString path = DrawingOutputPath(name);
+    const std::vector<BYTE> bytes = surface.Save(path) ? FileBytes(path) : std::vector<BYTE>();
     return bytes.size() < 54 ? 0 : reinterpret_cast<const BITMAPINFOHEADER*>(bytes.data() + 14)->biSizeImage;
 }
 

@@ -38,7 +38,8 @@ std::string Describe(HICON image)
         return "none";
     const Pixels colour = ReadPixels(info.hbmColor);
     MImageUtils::DestroyIconInfoData(info);
-    const std::string kind = info.fIcon ? "icon" : "cursor " + std::to_string(info.xHotspot) + "," + std::to_string(info.yHotspot);
+    const std::string kind =
+        info.fIcon ? "icon" : "cursor " + std::to_string(info.xHotspot) + "," + std::to_string(info.yHotspot);
     return kind + " " + std::to_string(colour.width > 0 ? colour.At(0, 0) : CLR_INVALID);
 }
 

@@ -64,7 +64,8 @@ TEST(WinTreeEnumerator, VisitsEveryDescendantDepthFirstUntilStopped)
         MEEnumeratingAction action;
         int abortAt;
         size_t seen;
-    } stops[] = {{3, EnumActionAbort, 0, 3}, {2, static_cast<MEEnumeratingAction>(1), 0, 2}, {0, EnumActionContinue, 2, 2}};
+    } stops[] = {
+        {3, EnumActionAbort, 0, 3}, {2, static_cast<MEEnumeratingAction>(1), 0, 2}, {0, EnumActionContinue, 2, 2}};
     for (const auto& stop : stops) {
         RecordingCtx stopping(root.get(), &enumerator, stop.actAt, stop.action, stop.abortAt);
         ASSERT_TRUE(enumerator.SetEnumCtx(&stopping));
