@@ -16,6 +16,18 @@ inline CString TestDataPath(const wchar_t* relative)
     return path;
 }
 
+// The whole content of a file; empty when it cannot be read.
+inline std::vector<BYTE> FileBytes(const wchar_t* path)
+{
+    std::vector<BYTE> bytes;
+    CFile file;
+    if (file.Open(path, CFile::modeRead)) {
+        bytes.resize(static_cast<size_t>(file.GetLength()));
+        bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
+    }
+    return bytes;
+}
+
 // Full path of a file next to the test program: the build puts the library, its test
 // DLLs and the helper programs there.
 inline CString ProgramFolderPath(const wchar_t* name)

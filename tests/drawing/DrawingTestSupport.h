@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <vector>
+#include "TestSupport.h"
 #include "frame/Owners.h"
 
 using UniqueBitmap = UniqueGdiObject<HBITMAP>;
@@ -49,18 +50,6 @@ void ExpectPixels(HBITMAP hBitmap, int width, int height, Expected expected)
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x)
             ASSERT_EQ(expected(x, y), pixels.At(x, y)) << x << "," << y;
-}
-
-// The whole content of a file; empty when it cannot be read.
-inline std::vector<BYTE> FileBytes(const wchar_t* path)
-{
-    std::vector<BYTE> bytes;
-    CFile file;
-    if (file.Open(path, CFile::modeRead)) {
-        bytes.resize(static_cast<size_t>(file.GetLength()));
-        bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
-    }
-    return bytes;
 }
 
 // The highest GDI handle-table slot among a few fresh objects. GetGuiResources

@@ -4,7 +4,6 @@
 // lint clean: tests/data/lint/read-as-meant.xml.)
 #include <gtest/gtest.h>
 #include <UILint.h>
-#include <cstdio>
 #include <set>
 #include <sstream>
 #include <string>
@@ -15,16 +14,10 @@ namespace {
 // A UTF-8 file under tests/data, as wide text.
 std::wstring ReadTestData(const wchar_t* relative)
 {
-    std::string bytes;
-    if (FILE* file = _wfopen(TestDataPath(relative), L"rb")) {
-        char chunk[4096];
-        for (size_t read; (read = fread(chunk, 1, sizeof chunk, file)) > 0;)
-            bytes.append(chunk, read);
-        fclose(file);
-    }
+    const std::vector<BYTE> bytes = FileBytes(TestDataPath(relative));
     std::wstring text(bytes.size(), L'\0');
-    text.resize(::MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), &text[0],
-                                      static_cast<int>(text.size())));
+    text.resize(::MultiByteToWideChar(CP_UTF8, 0, reinterpret_cast<const char*>(bytes.data()),
+                                      static_cast<int>(bytes.size()), &text[0], static_cast<int>(text.size())));
     return text;
 }
 
