@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <cstdio>
 #include <string>
+#include <type_traits>
 
 struct MCXMLReaderTestAccess {
     static bool IsOpen(const MCXMLReader& reader) { return reader.m_bOpen; }
@@ -77,9 +78,14 @@ inline std::string Show(const wchar_t* text)
 }
 inline std::string Show(const std::string& text) { return text; }
 inline std::string Show(const _bstr_t& text) { return Show(static_cast<const wchar_t*>(text)); }
+inline std::string Show(const CString& text) { return Show(static_cast<const wchar_t*>(text)); }
 inline std::string Show(bool value) { return value ? "true" : "false"; }
 inline std::string Show(char value) { return std::to_string(static_cast<signed char>(value)); }
-inline std::string Show(long long value) { return std::to_string(value); }
+template <class Number>
+inline std::enable_if_t<std::is_integral_v<Number>, std::string> Show(Number value)
+{
+    return std::to_string(static_cast<long long>(value));
+}
 inline std::string Show(const CRect& rc)
 {
     return std::to_string(rc.left) + "," + std::to_string(rc.top) + "," + std::to_string(rc.right) + "," +
@@ -93,6 +99,8 @@ inline std::string ShowBytes(const Colour& colour)  // memory order
         out += (i ? "," : "") + std::to_string(reinterpret_cast<const BYTE*>(&colour)[i]);
     return out;
 }
+inline std::string Show(const MCSkinRGB& colour) { return ShowBytes(colour); }
+inline std::string Show(const MCSkinARGB& colour) { return ShowBytes(colour); }
 
 template <class T>
 inline std::string Outcome(HRESULT hr, const T& out)
@@ -100,22 +108,34 @@ inline std::string Outcome(HRESULT hr, const T& out)
     return (hr == S_OK ? "S_OK:" : hr == S_FALSE ? "S_FALSE:" : "FAILED:") + Show(out);
 }
 
+// The typed reader's outcome for `out`, which starts from a recognisable value.
+template <class T>
+inline std::string ReadOutcome(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& a, const _bstr_t& name, T out)
+{
+    const HRESULT hr = Access::Read(r, a, name, out);
+    return Outcome(hr, out);
+}
+
 // Reads attribute `name` with the reader of `kind`, from a recognisable output value.
 inline std::string ReadAs(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& a, const _bstr_t& name, Kind kind)
 {
     switch (kind) {
-    case Kind::Bstr: { _bstr_t out(L"before"); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<const wchar_t*>(out)); }
-    case Kind::Text: { CString out(L"before"); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<const wchar_t*>(out)); }
-    case Kind::Bool: { bool out = true; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
-    case Kind::Dword: { DWORD out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Byte: { BYTE out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Char: { char out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
-    case Kind::Long: { long out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Int: { int out = 99; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, static_cast<long long>(out)); }
-    case Kind::Rgb: { MCSkinRGB out = {9, 9, 9}; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, ShowBytes(out)); }
-    case Kind::Argb: { MCSkinARGB out = {9, 9, 9, 9}; HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, ShowBytes(out)); }
-    case Kind::Rect: { CRect out(7, 7, 7, 7); HRESULT hr = Access::Read(r, a, name, out); return Outcome(hr, out); }
-    case Kind::RectEx: { CRect out(7, 7, 7, 7); HRESULT hr = Access::ReadRectEx(r, a, name, out); return Outcome(hr, out); }
+    case Kind::Bstr: return ReadOutcome(r, a, name, _bstr_t(L"before"));
+    case Kind::Text: return ReadOutcome(r, a, name, CString(L"before"));
+    case Kind::Bool: return ReadOutcome(r, a, name, true);
+    case Kind::Dword: return ReadOutcome(r, a, name, DWORD(99));
+    case Kind::Byte: return ReadOutcome(r, a, name, BYTE(99));
+    case Kind::Char: return ReadOutcome(r, a, name, char(99));
+    case Kind::Long: return ReadOutcome(r, a, name, 99L);
+    case Kind::Int: return ReadOutcome(r, a, name, 99);
+    case Kind::Rgb: return ReadOutcome(r, a, name, MCSkinRGB{9, 9, 9});
+    case Kind::Argb: return ReadOutcome(r, a, name, MCSkinARGB{9, 9, 9, 9});
+    case Kind::Rect: return ReadOutcome(r, a, name, CRect(7, 7, 7, 7));
+    case Kind::RectEx: {
+        CRect out(7, 7, 7, 7);
+        const HRESULT hr = Access::ReadRectEx(r, a, name, out);
+        return Outcome(hr, out);
+    }
     case Kind::Colour: {
         DWORD out = 0xABCDEF;
         HRESULT hr = Access::ReadColor(r, a, name, out);
