@@ -14,6 +14,7 @@
 #include "MCTesvorInstallerInstance.h"
 #include "MCTesvorInstanceImpl.h"
 #include "MCTesvorUninstallerInstance.h"
+#include "frame/Owners.h"
 
 namespace {
 
@@ -36,12 +37,11 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
 // so that a forgotten holder does not outlive its test run).
 void HoldUntilQuit()
 {
-    HANDLE quit = ::OpenEventW(SYNCHRONIZE, FALSE, kQuitEvent);
-    while (quit && ::MsgWaitForMultipleObjects(1, &quit, FALSE, 60000, QS_ALLINPUT) == WAIT_OBJECT_0 + 1)
+    const UniqueHandle quit(::OpenEventW(SYNCHRONIZE, FALSE, kQuitEvent));
+    HANDLE waited = quit.get();
+    while (quit && ::MsgWaitForMultipleObjects(1, &waited, FALSE, 60000, QS_ALLINPUT) == WAIT_OBJECT_0 + 1)
         for (MSG message; ::PeekMessageW(&message, NULL, 0, 0, PM_REMOVE);)
             ::DispatchMessageW(&message);
-    if (quit)
-        ::CloseHandle(quit);
 }
 
 MCAppInstance* MakeGuard(const wchar_t* role)
