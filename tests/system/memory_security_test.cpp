@@ -27,13 +27,11 @@ std::string ReadVersions(const std::vector<const wchar_t*>& files)
     const wchar_t* value = version.GetValue(L"FileVersion");
     bool root = value && reinterpret_cast<const VS_FIXEDFILEINFO*>(value)->dwSignature == 0xFEEF04BD &&
                 version.GetValue(L"NoSuchValue") == value && version.GetValue(L"ProductName") == value;
+    const char* kind = value == nullptr ? "none" : root ? "root" : "other";
     char text[128];
     std::snprintf(text, sizeof(text), "%d: %lx %lx.%lx %lx.%lx %lu %x %u %s", result, version.dwSignature,
                   version.dwFileVersionMS, version.dwFileVersionLS, version.dwProductVersionMS,
-                  version.dwProductVersionLS, version.dwFileType, version.m_wLanguage, version.m_wCodePage,
-                  value == nullptr ? "none"
-                  : root           ? "root"
-                                   : "other");
+                  version.dwProductVersionLS, version.dwFileType, version.m_wLanguage, version.m_wCodePage, kind);
     return text;
 }
 
@@ -121,9 +119,7 @@ DWORD ProtectionOf(const void* address)
 
 TEST(MemoryUtils, SetMemProtectChangesTheWholeRegionAndRestoresIt)
 {
-    SYSTEM_INFO system;
-    ::GetSystemInfo(&system);
-    const SIZE_T page = system.dwPageSize;
+    const SIZE_T page = 0x1000;
     BYTE* pages = static_cast<BYTE*>(::VirtualAlloc(NULL, 3 * page, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     ASSERT_NE(nullptr, pages);
     DWORD old = 0;
