@@ -6,7 +6,6 @@
 #include <vector>
 #include "ChildProcess.h"
 #include "KernelObjectNames.h"
-#include "MCInstanceResponseImpl.h"
 #include "MCTesvorInstallerInstance.h"
 #include "MCTesvorInstanceImpl.h"
 #include "MCTesvorUninstallerInstance.h"
@@ -127,10 +126,8 @@ TEST(InstanceGuard, NoCheckOrBringFrontWithoutWhatTheyNeed)
     MCTesvorInstance guard;
     CString title(L"Tesvor Guard Test No Such Window"), empty;
     EXPECT_EQ(0, MCTesvorInstanceImpl(7, title).StartCheck(guard, NULL, TRUE));
-    HANDLE legacy = ::OpenMutexW(SYNCHRONIZE, FALSE, L"Tesvor Mutex");
-    EXPECT_EQ(HANDLE(NULL), legacy) << "a null result makes no check";
-    if (legacy)
-        ::CloseHandle(legacy);
+    UniqueHandle legacy(::OpenMutexW(SYNCHRONIZE, FALSE, L"Tesvor Mutex"));
+    EXPECT_FALSE(legacy) << "a null result makes no check";
     // Without a title, a command or a window of that title nothing is brought to the front.
     CString shown(L"Tesvor Guard Test Front Window");
     HWND window = ::CreateWindowExW(0, L"STATIC", shown, 0, 0, 0, 10, 10, NULL, NULL, NULL, NULL);
