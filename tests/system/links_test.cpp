@@ -111,7 +111,6 @@ TEST_F(ShellTest, DefaultBrowserIsTheQuotedStartOfTheHtmlCommand)
         HRESULT result;
         const wchar_t* browser;
     } cases[] = {
-        {L"\"C:\\Program Files\\Browser\\browser.exe\" -nohome", S_OK, L"C:\\Program Files\\Browser\\browser.exe"},
         // The length counts from the command's start: from the first quote to the last...
         {L"\"C:\\B\\b.exe\" \"%1\"", S_OK, L"C:\\B\\b.exe\" \"%1"},
         // ...and past the closing quote when the command does not start with it.
