@@ -4,7 +4,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <vector>
 #include "MCStreamMan.h"
 #include "ScopedImportHook.h"
 #include "TestSupport.h"
