@@ -1,7 +1,0 @@
-#include "TestApp.h"
-
-namespace {
-TestApp theApp;
-}
-
-TestApp& TheTestApp() { return theApp; }
