@@ -36,37 +36,24 @@ void CaptureTrace(const char* channel, const wchar_t* line)
     g_lines.push_back({channel != NULL ? channel : "(null)", CString(line)});
 }
 
-// Every line traced by `trace`, in order.
-template <class Trace>
-std::vector<TraceLine> Traced(Trace trace)
-{
-    g_lines.clear();
-    MDebugTraceSink previous = MDebugTraceSetSink(&CaptureTrace);
-    trace();
-    MDebugTraceSetSink(previous);
-    return g_lines;
-}
-
 TEST(TraceTest, TextIsFormattedTwiceAndTheChannelIsTextAResourceOrNothing)
 {
     const CString longText(L'x', 5000), fits(L'y', 2047);
-    std::vector<TraceLine> lines = Traced([&] {
-        UVLRDebugOutputEx(L"chan", L"%d items in %s, %S", 3, L"the box", "narrow");
-        UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_CHANNEL), L"%s", L"100%%");  // Corvel formats "100%%" again
-        UVLRDebugOutputEx(NULL, L"load %d%%%%", 50);
-        UVLRDebugOutputEx(L"", L"%s", static_cast<const wchar_t*>(longText));  // cut, not overrun
-        UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_MISSING), L"%s", static_cast<const wchar_t*>(fits));
-        UVLRDebugOutput(L"%s %d", L"ignored", 1);
-    });
-    ASSERT_EQ(5u, lines.size());
-    EXPECT_STREQ(L"3 items in the box, narrow", lines[0].text);
-    EXPECT_STREQ(L"100%", lines[1].text);
-    EXPECT_STREQ(L"load 50%", lines[2].text);
-    EXPECT_EQ(2047, lines[3].text.GetLength());
-    EXPECT_EQ(fits, lines[4].text);
-    const char* const channels[] = {"chan", "ResourceChannel", "", "", ""};
-    for (size_t i = 0; i < 5; ++i)
-        EXPECT_EQ(channels[i], lines[i].channel) << i;
+    const MDebugTraceSink previous = MDebugTraceSetSink(&CaptureTrace);
+    UVLRDebugOutputEx(L"chan", L"%d items in %s, %S", 3, L"the box", "narrow");
+    UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_CHANNEL), L"%s", L"100%%");  // Corvel formats "100%%" again
+    UVLRDebugOutputEx(NULL, L"load %d%%%%", 50);
+    UVLRDebugOutputEx(L"", L"%s", static_cast<const wchar_t*>(longText));  // cut, not overrun
+    UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_MISSING), L"%s", static_cast<const wchar_t*>(fits));
+    UVLRDebugOutput(L"%s %d", L"ignored", 1);
+    MDebugTraceSetSink(previous);
+    const TraceLine expected[] = {{"chan", L"3 items in the box, narrow"}, {"ResourceChannel", L"100%"},
+                                  {"", L"load 50%"}, {"", CString(L'x', 2047)}, {"", fits}};
+    ASSERT_EQ(5u, g_lines.size());
+    for (size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(expected[i].channel, g_lines[i].channel) << i;
+        EXPECT_EQ(expected[i].text, g_lines[i].text) << i;
+    }
 }
 
 }  // namespace
