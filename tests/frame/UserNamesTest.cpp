@@ -26,7 +26,6 @@ TEST(UserNamesTest, FormatsByPreferenceAndCopiesAllSixStrings)
         {{L"name#ext ", L"id", L"", L"Aa", L"", L""}, L"name#ext ", L"name#ext ", L"id"},
         {{L"name#exta", L"id", L"", L"Aa", L"", L""}, L"name#exta", L"name#exta", L"id"},
         {{L"", L"", L"", L"", L"", L""}, L"", L"", L""},
-        {{L"d", L"i", L"n", L"f", L"l", L"a"}, L"d", L"d", L"n"},
     };
     for (const Case& c : cases) {
         MCUserNames filled;
