@@ -9,6 +9,7 @@
 #include "MNUIFormat.h"
 #include "VtableSlotPatch.h"
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -39,26 +40,6 @@ std::vector<std::wstring> ListedAttributes(const MDUIElement& element)
     return names;
 }
 
-// One element of the description, the getter that reads it, and the attribute that
-// keeps the getter reading: a "probe", which nothing reads, gives the element an
-// attribute map without answering any lookup; keys that gate the rest of an entry
-// are set instead. The document holds the element at its place and nothing else.
-struct Case {
-    std::vector<const wchar_t*> path;
-    std::function<HRESULT(MCXMLReader&)> read;
-    const wchar_t* attribute = L"probe='1'";
-
-    std::wstring Xml() const
-    {
-        std::wstring open = L"<root probe='1'>", close = L"</root>";
-        for (size_t i = 0; i + 1 < path.size(); ++i) {
-            open += L"<" + std::wstring(path[i]) + L">";
-            close = L"</" + std::wstring(path[i]) + L">" + close;
-        }
-        return open + L"<" + path.back() + L" " + attribute + L"/>" + close;
-    }
-};
-
 // A getter called with a fresh output of type Out, after the arguments given here.
 template <class Out, class Get, class... Before>
 std::function<HRESULT(MCXMLReader&)> Reading(Get get, Before... before)
@@ -69,85 +50,70 @@ std::function<HRESULT(MCXMLReader&)> Reading(Get get, Before... before)
     };
 }
 
-const auto kReadDialog = Reading<MCUIWindowData>(&MCXMLReader::GetDialogData);
-const auto kReadFreedata = Reading<OwningMap<MCXMLReader::FreedataSections>>(&MCXMLReader::GetAllFreedataSectionTables);
-const auto kReadIcons = Reading<OwningMap<MCXMLReader::ImageLists>>(&MCXMLReader::GetImageListsData, MEUIImageKindIcon);
-const auto kReadCursors =
-    Reading<OwningMap<MCXMLReader::ImageLists>>(&MCXMLReader::GetImageListsData, MEUIImageKindCursor);
-
-const Case kCases[] = {
-    {{L"window"}, kReadDialog},
-    {{L"window", L"control"}, kReadDialog},
-    {{L"window", L"footer"}, kReadDialog},
-    {{L"window", L"font"}, kReadDialog},
-    {{L"window", L"control", L"font"}, kReadDialog},
-    {{L"window", L"font", L"textstyle"}, kReadDialog},
-    {{L"window", L"font", L"logfont"}, kReadDialog},
-    {{L"fontschema", L"font"}, Reading<FontTable>(&MCXMLReader::GetAllFontsSchemaData)},
-    {{L"controlsschema", L"control"},
-     Reading<ControlTable>(&MCXMLReader::GetAllControlsSchemaDataByType, MEControlTypeWindow)},
-    {{L"str_table", L"entry"}, Reading<MCXMLReader::StringTable>(&MCXMLReader::GetStringTableMap), L"id='a'"},
-    {{L"str_table_id", L"entry"}, Reading<MCXMLReader::StringTableByID>(&MCXMLReader::GetStringTableMapByID),
-     L"id='1'"},
-    {{L"freedata", L"section"}, kReadFreedata},
-    {{L"freedata", L"section", L"entry"}, kReadFreedata, L"name='a'"},
-    {{L"script"}, Reading<MCUIScriptData>(&MCXMLReader::GetScriptData)},
-    {{L"icons", L"imagelist"}, kReadIcons},
-    {{L"icons", L"imagelist", L"image"}, kReadIcons, L"id='a'"},
-    {{L"cursors", L"imagelist"}, kReadCursors},
-    {{L"cursors", L"imagelist", L"image"}, kReadCursors, L"id='a'"},
+// The getter that reads each element under the root, with what is below it.
+const std::map<std::wstring, std::function<HRESULT(MCXMLReader&)>> kReaders = {
+    {L"window", Reading<MCUIWindowData>(&MCXMLReader::GetDialogData)},
+    {L"fontschema", Reading<FontTable>(&MCXMLReader::GetAllFontsSchemaData)},
+    {L"controlsschema", Reading<ControlTable>(&MCXMLReader::GetAllControlsSchemaDataByType, MEControlTypeWindow)},
+    {L"str_table", Reading<MCXMLReader::StringTable>(&MCXMLReader::GetStringTableMap)},
+    {L"str_table_id", Reading<MCXMLReader::StringTableByID>(&MCXMLReader::GetStringTableMapByID)},
+    {L"freedata", Reading<OwningMap<MCXMLReader::FreedataSections>>(&MCXMLReader::GetAllFreedataSectionTables)},
+    {L"script", Reading<MCUIScriptData>(&MCXMLReader::GetScriptData)},
+    {L"icons", Reading<OwningMap<MCXMLReader::ImageLists>>(&MCXMLReader::GetImageListsData, MEUIImageKindIcon)},
+    {L"cursors", Reading<OwningMap<MCXMLReader::ImageLists>>(&MCXMLReader::GetImageListsData, MEUIImageKindCursor)},
 };
 
-const MDUIElement* ElementAt(const std::vector<const wchar_t*>& path)
+// A document holding the element at the end of `path` at its place and nothing else. The
+// attributes without which the element is skipped are set to "1", which every syntax takes;
+// a "probe", which nothing reads, gives the element an attribute map without answering any lookup.
+std::wstring DocumentWith(const std::vector<const wchar_t*>& path, const MDUIElement& element)
 {
-    const MDUIElement* element = &MNUIFormat::GetRoot();
-    for (const wchar_t* name : path) {
-        element = MNUIFormat::FindChild(*element, name);
-        if (element == nullptr)
-            return nullptr;
+    std::wstring open = L"<root probe='1'>", close = L"</root>", attributes = L" probe='1'";
+    for (const std::wstring& name : ListedAttributes(element)) {
+        if (MNUIFormat::FindAttribute(element, name.c_str())->flags & UIAttributeRequired)
+            attributes += L" " + name + L"='1'";
     }
-    return element;
+    for (size_t i = 0; i + 1 < path.size(); ++i) {
+        open += L"<" + std::wstring(path[i]) + L">";
+        close = L"</" + std::wstring(path[i]) + L">" + close;
+    }
+    return open + L"<" + path.back() + attributes + L"/>" + close;
 }
 
-void CollectElementsWithAttributes(const MDUIElement& element, std::set<const MDUIElement*>& found)
+// Reads the element at the end of `path` with its part's getter, and every element below it.
+void ExpectLookupsAsListed(const MDUIElement& element, std::vector<const wchar_t*> path)
 {
-    if (element.attributeCount > 0 || element.base != nullptr)
-        found.insert(&element);
+    path.push_back(element.name);
     for (int i = 0; i < element.childCount; ++i)
-        CollectElementsWithAttributes(*element.children[i], found);
+        ExpectLookupsAsListed(*element.children[i], path);
+    if (element.attributeCount == 0 && element.base == nullptr)
+        return;
+    const std::wstring xml = DocumentWith(path, element);
+    const auto read = kReaders.find(path[0]);
+    ASSERT_NE(kReaders.end(), read) << "no getter reads " << CString(path[0]);
+    MCXMLReader reader;
+    ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(MakeDocument(xml.c_str())));
+    // Every element's attribute map shares the root's function table.
+    IXMLDOMNodePtr root;
+    IXMLDOMNamedNodeMapPtr anyMap;
+    ASSERT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root", root));
+    ASSERT_EQ(S_OK, Access::GetNamedNodeMap(reader, root, anyMap));
+    g_lookups.clear();
+    HRESULT hr;
+    {
+        VtableSlotPatch patch(anyMap, kGetNamedItemSlot, reinterpret_cast<void*>(&RecordLookup));
+        g_getNamedItem = reinterpret_cast<GetNamedItemFn>(patch.Original());
+        hr = read->second(reader);
+    }
+    EXPECT_EQ(S_OK, hr) << xml;
+    EXPECT_EQ(ListedAttributes(element), g_lookups) << xml;
 }
 
 TEST(FormatAgreement, ReaderLooksUpExactlyTheListedAttributesInOrder)
 {
-    std::set<const MDUIElement*> covered;
-    for (const Case& c : kCases) {
-        const MDUIElement* element = ElementAt(c.path);
-        const std::wstring xml = c.Xml();
-        ASSERT_NE(nullptr, element) << "no such element in the description: " << xml;
-        covered.insert(element);
-
-        MCXMLReader reader;
-        ASSERT_EQ(S_OK, reader.SetIXMLDOMDocument(MakeDocument(xml.c_str())));
-        // Every element's attribute map shares the root's function table.
-        IXMLDOMNodePtr root;
-        IXMLDOMNamedNodeMapPtr anyMap;
-        ASSERT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root", root));
-        ASSERT_EQ(S_OK, Access::GetNamedNodeMap(reader, root, anyMap));
-        g_lookups.clear();
-        HRESULT hr;
-        {
-            VtableSlotPatch patch(anyMap, kGetNamedItemSlot, reinterpret_cast<void*>(&RecordLookup));
-            g_getNamedItem = reinterpret_cast<GetNamedItemFn>(patch.Original());
-            hr = c.read(reader);
-        }
-        EXPECT_EQ(S_OK, hr) << xml;
-        EXPECT_EQ(ListedAttributes(*element), g_lookups) << xml;
-    }
-
-    std::set<const MDUIElement*> described;
-    CollectElementsWithAttributes(MNUIFormat::GetRoot(), described);
-    for (const MDUIElement* element : described)
-        EXPECT_EQ(1u, covered.count(element)) << "no case reads the element " << CString(element->name);
+    const MDUIElement& root = MNUIFormat::GetRoot();
+    for (int i = 0; i < root.childCount; ++i)
+        ExpectLookupsAsListed(*root.children[i], {});
 }
 
 TEST(FormatAgreement, KeywordTablesHoldDistinctLowerCaseKeywords)
