@@ -48,37 +48,30 @@ TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
     OwningMap<MCXMLReader::ImageLists> iconLists, cursorLists;
     MCXMLReader::ImageListNames icons, cursors;
     const struct Getter {
-        const char* name;
         std::function<HRESULT(MCXMLReader&)> call;
         HRESULT withSection;  // without a document E_FAIL, without the section S_FALSE or S_OK
         HRESULT withoutSection;
     } getters[] = {
-        {"GetDialogData", [&](MCXMLReader& r) { return r.GetDialogData(window); }, S_OK, S_FALSE},
-        {"GetAllFontsSchemaData", [&](MCXMLReader& r) { return r.GetAllFontsSchemaData(fonts); }, S_OK, S_OK},
-        {"GetAllControlsSchemaDataByType",
-         [&](MCXMLReader& r) { return r.GetAllControlsSchemaDataByType(MEControlTypeButton, controls); }, S_OK, S_OK},
-        {"GetScriptData", [&](MCXMLReader& r) { return r.GetScriptData(script); }, S_OK, S_FALSE},
-        {"GetStringTableMap", [&](MCXMLReader& r) { return r.GetStringTableMap(table); }, S_OK, S_FALSE},
-        {"GetStringTableMapByID", [&](MCXMLReader& r) { return r.GetStringTableMapByID(numbers); }, S_OK, S_FALSE},
-        {"GetFreedataTableMapBySectionName",
-         [&](MCXMLReader& r) { return r.GetFreedataTableMapBySectionName(L"General", section); }, S_OK, S_FALSE},
-        {"GetAllFreedataSectionTables", [&](MCXMLReader& r) { return r.GetAllFreedataSectionTables(sections); }, S_OK,
-         S_FALSE},
-        {"GetFreedataTableNodeBySectionName",
-         [&](MCXMLReader& r) { return r.GetFreedataTableNodeBySectionName(L"Last", node); }, S_OK, S_FALSE},
-        {"GetImageListsData(icons)", [&](MCXMLReader& r) { return r.GetImageListsData(MEUIImageKindIcon, iconLists); },
-         S_OK, S_FALSE},
-        {"GetImageListsData(cursors)",
-         [&](MCXMLReader& r) { return r.GetImageListsData(MEUIImageKindCursor, cursorLists); }, S_OK, S_FALSE},
-        {"GetIconsInfo", [&](MCXMLReader& r) { return r.GetIconsInfo(icons); }, S_OK, S_FALSE},
-        {"GetCursorsInfo", [&](MCXMLReader& r) { return r.GetCursorsInfo(cursors); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetDialogData(window); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetAllFontsSchemaData(fonts); }, S_OK, S_OK},
+        {[&](auto& r) { return r.GetAllControlsSchemaDataByType(MEControlTypeButton, controls); }, S_OK, S_OK},
+        {[&](auto& r) { return r.GetScriptData(script); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetStringTableMap(table); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetStringTableMapByID(numbers); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetFreedataTableMapBySectionName(L"General", section); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetAllFreedataSectionTables(sections); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetFreedataTableNodeBySectionName(L"Last", node); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetImageListsData(MEUIImageKindIcon, iconLists); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetImageListsData(MEUIImageKindCursor, cursorLists); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetIconsInfo(icons); }, S_OK, S_FALSE},
+        {[&](auto& r) { return r.GetCursorsInfo(cursors); }, S_OK, S_FALSE},
     };
     MCXMLReader closed, empty, full;
     Attach(empty, L"<root/>");
     ASSERT_EQ(S_OK, full.Open(GoldenPath(L"description.xml"), 0));
     for (const Getter& g : getters) {
-        EXPECT_EQ(E_FAIL, g.call(closed)) << g.name;
-        EXPECT_EQ(g.withoutSection, g.call(empty)) << g.name;
+        EXPECT_EQ(E_FAIL, g.call(closed)) << "getter " << &g - getters;
+        EXPECT_EQ(g.withoutSection, g.call(empty)) << "getter " << &g - getters;
     }
     EXPECT_EQ(CString(L"untouched"), window.strSkinForm);
     EXPECT_EQ(CString(L"untouched"), script.strFile);
@@ -87,7 +80,7 @@ TEST(ReaderRecords, EveryGetterWithoutADocumentWithoutItsSectionAndWithIt)
                      iconLists.GetCount() + cursorLists.GetCount() + icons.GetCount() + cursors.GetCount());
     EXPECT_TRUE(node == nullptr);
     for (const Getter& g : getters)
-        EXPECT_EQ(g.withSection, g.call(full)) << g.name;
+        EXPECT_EQ(g.withSection, g.call(full)) << "getter " << &g - getters;
     EXPECT_EQ(CString(L"k=keep;hello=Hello;bye=Good bye;last=Last;"), Joined(table));
     EXPECT_EQ(E_INVALIDARG, full.GetImageListsData(static_cast<MEUIImageKind>(0), iconLists)) << "neither section";
 
@@ -138,24 +131,22 @@ TEST(ReaderRecords, FreedataByCaseSensitiveSectionName)
         const wchar_t* name;
         HRESULT hr;
         const wchar_t* entries;
+        const wchar_t* node;  // the name of the section node afterwards
     } const cases[] = {
-        {L"General", S_OK, L"Mode=fast;Size=12;Empty=;"},  // the first of a name; partial entries skipped
-        {L"general", S_OK, L"Lower=yes;"}, {L"GENERAL", S_FALSE, L""}, {L"Empty", S_FALSE, L""},
+        {L"Last", S_OK, L"Z=26;A=1;", L"Last"},
+        {L"General", S_OK, L"Mode=fast;Size=12;Empty=;", L"General"},  // the first of a name; partial entries skipped
+        {L"general", S_OK, L"Lower=yes;", L"general"},
+        {L"GENERAL", S_FALSE, L"", L"general"},  // no match: the node stays, the result is that of the last name read
+        {L"Empty", S_FALSE, L"", L"Empty"},
     };
+    IXMLDOMNodePtr node;
     for (const Case& c : cases) {
         TextTable table;
         EXPECT_EQ(c.hr, reader.GetFreedataTableMapBySectionName(c.name, table)) << c.name;
         EXPECT_EQ(CString(c.entries), Joined(table)) << c.name;
+        EXPECT_EQ(S_OK, reader.GetFreedataTableNodeBySectionName(c.name, node)) << c.name;
+        EXPECT_EQ(CString(c.node), NameOf(node)) << c.name;
     }
-
-    IXMLDOMNodePtr node;
-    EXPECT_EQ(S_OK, reader.GetFreedataTableNodeBySectionName(L"Last", node));
-    EXPECT_EQ(CString(L"Last"), NameOf(node));
-    EXPECT_EQ(S_OK, reader.GetFreedataTableNodeBySectionName(L"general", node));
-    EXPECT_EQ(CString(L"general"), NameOf(node));
-    // No match: the node stays, the result is that of the last name read.
-    EXPECT_EQ(S_OK, reader.GetFreedataTableNodeBySectionName(L"GENERAL", node));
-    EXPECT_EQ(CString(L"general"), NameOf(node));
     Attach(reader, L"<root><freedata><section name='a'/><section other='b'/></freedata></root>");
     IXMLDOMNodePtr none;
     EXPECT_EQ(S_FALSE, reader.GetFreedataTableNodeBySectionName(L"z", none));
