@@ -101,17 +101,6 @@ TEST(ReaderDocument, NodeQueriesAndTheirEPointers)
     EXPECT_EQ(2, Length(list));
     EXPECT_EQ(S_FALSE, Access::FindNodesInNode(reader, L"footer", window, list));
 
-    ASSERT_EQ(S_OK, Access::GetNamedNodeMap(reader, control, attributes));
-    struct Case {
-        const wchar_t* name;
-        HRESULT hr;
-        const wchar_t* value;
-    } const cases[] = {{L"ids", S_OK, L"IDOK"}, {L"empty", S_OK, L""}, {L"IDS", S_FALSE, L""}};  // names are case-sensitive
-    for (const Case& c : cases) {
-        value = L"prefilled";
-        EXPECT_EQ(c.hr, Access::FindAttributeInNode(reader, c.name, attributes, value)) << c.name;
-        EXPECT_EQ(CString(c.value), CString(static_cast<const wchar_t*>(value))) << c.name;
-    }
     IXMLDOMNodePtr stringTable;
     ASSERT_EQ(S_OK, Access::FindNodeInDocument(reader, L"root/str_table", stringTable));
     EXPECT_EQ(S_FALSE, Access::GetNamedNodeMap(reader, stringTable, attributes));
