@@ -108,29 +108,25 @@ inline std::string Outcome(HRESULT hr, const T& out)
     return (hr == S_OK ? "S_OK:" : hr == S_FALSE ? "S_FALSE:" : "FAILED:") + Show(out);
 }
 
-// The typed reader's outcome for `out`, which starts from a recognisable value.
-template <class T>
-inline std::string ReadOutcome(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& a, const _bstr_t& name, T out)
-{
-    const HRESULT hr = Access::Read(r, a, name, out);
-    return Outcome(hr, out);
-}
-
 // Reads attribute `name` with the reader of `kind`, from a recognisable output value.
 inline std::string ReadAs(MCXMLReader& r, const IXMLDOMNamedNodeMapPtr& a, const _bstr_t& name, Kind kind)
 {
+    auto outcomeFrom = [&](auto out) {
+        const HRESULT hr = Access::Read(r, a, name, out);
+        return Outcome(hr, out);
+    };
     switch (kind) {
-    case Kind::Bstr: return ReadOutcome(r, a, name, _bstr_t(L"before"));
-    case Kind::Text: return ReadOutcome(r, a, name, CString(L"before"));
-    case Kind::Bool: return ReadOutcome(r, a, name, true);
-    case Kind::Dword: return ReadOutcome(r, a, name, DWORD(99));
-    case Kind::Byte: return ReadOutcome(r, a, name, BYTE(99));
-    case Kind::Char: return ReadOutcome(r, a, name, char(99));
-    case Kind::Long: return ReadOutcome(r, a, name, 99L);
-    case Kind::Int: return ReadOutcome(r, a, name, 99);
-    case Kind::Rgb: return ReadOutcome(r, a, name, MCSkinRGB{9, 9, 9});
-    case Kind::Argb: return ReadOutcome(r, a, name, MCSkinARGB{9, 9, 9, 9});
-    case Kind::Rect: return ReadOutcome(r, a, name, CRect(7, 7, 7, 7));
+    case Kind::Bstr: return outcomeFrom(_bstr_t(L"before"));
+    case Kind::Text: return outcomeFrom(CString(L"before"));
+    case Kind::Bool: return outcomeFrom(true);
+    case Kind::Dword: return outcomeFrom(DWORD(99));
+    case Kind::Byte: return outcomeFrom(BYTE(99));
+    case Kind::Char: return outcomeFrom(char(99));
+    case Kind::Long: return outcomeFrom(99L);
+    case Kind::Int: return outcomeFrom(99);
+    case Kind::Rgb: return outcomeFrom(MCSkinRGB{9, 9, 9});
+    case Kind::Argb: return outcomeFrom(MCSkinARGB{9, 9, 9, 9});
+    case Kind::Rect: return outcomeFrom(CRect(7, 7, 7, 7));
     case Kind::RectEx: {
         CRect out(7, 7, 7, 7);
         const HRESULT hr = Access::ReadRectEx(r, a, name, out);
