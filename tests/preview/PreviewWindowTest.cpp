@@ -41,32 +41,31 @@ protected:
 
 struct Placement {
     const wchar_t* ids;
-    CRect natural;   // 400 x 300, as described
-    CRect larger;    // 500 x 350
-    CRect smaller;   // 300 x 200, the window's least size
+    CRect at[3];  // at each of kSizes
 };
+
+// The size asked for and the size given: as described, larger, and below the window's least size.
+const CSize kSizes[][2] = {{{400, 300}, {400, 300}}, {{500, 350}, {500, 350}}, {{200, 100}, {300, 200}}};
 
 TEST_F(PreviewWindowTest, ControlsFollowTheirAnchorsWithinTheirLimits)
 {
     const Placement placements[] = {
-        {L"IDC_FIXED", {10, 10, 110, 30}, {10, 10, 110, 30}, {10, 10, 110, 30}},
-        {L"IDC_CORNER", {300, 260, 390, 290}, {400, 310, 490, 340}, {200, 160, 290, 190}},
-        {L"IDC_WIDE", {10, 40, 390, 64}, {10, 40, 490, 64}, {10, 40, 290, 64}},
+        {L"IDC_FIXED", {{10, 10, 110, 30}, {10, 10, 110, 30}, {10, 10, 110, 30}}},
+        {L"IDC_CORNER", {{300, 260, 390, 290}, {400, 310, 490, 340}, {200, 160, 290, 190}}},
+        {L"IDC_WIDE", {{10, 40, 390, 64}, {10, 40, 490, 64}, {10, 40, 290, 64}}},
         // Width held at cxmax when larger, height at cymin when smaller.
-        {L"IDC_AREA", {10, 70, 390, 170}, {10, 70, 460, 220}, {10, 70, 290, 150}},
-        {L"IDC_HALF", {10, 180, 210, 200}, {10, 180, 260, 200}, {10, 180, 160, 200}},
-        {L"IDC_CENTRED", {150, 210, 250, 226}, {200, 235, 300, 251}, {100, 160, 200, 176}},
-        {L"IDC_HIDDEN", {10, 230, 110, 250}, {10, 230, 110, 250}, {10, 230, 110, 250}},
+        {L"IDC_AREA", {{10, 70, 390, 170}, {10, 70, 460, 220}, {10, 70, 290, 150}}},
+        {L"IDC_HALF", {{10, 180, 210, 200}, {10, 180, 260, 200}, {10, 180, 160, 200}}},
+        {L"IDC_CENTRED", {{150, 210, 250, 226}, {200, 235, 300, 251}, {100, 160, 200, 176}}},
+        {L"IDC_HIDDEN", {{10, 230, 110, 250}, {10, 230, 110, 250}, {10, 230, 110, 250}}},
     };
-    for (const Placement& placement : placements)
-        EXPECT_EQ(placement.natural, RectOf(placement.ids)) << placement.ids;
-    EXPECT_EQ(CSize(500, 350), window.Resize(CSize(500, 350)));
-    for (const Placement& placement : placements)
-        EXPECT_EQ(placement.larger, RectOf(placement.ids)) << placement.ids;
-    // The window's own limits hold too: 200 x 100 is given as 300 x 200.
-    EXPECT_EQ(CSize(300, 200), window.Resize(CSize(200, 100)));
-    for (const Placement& placement : placements)
-        EXPECT_EQ(placement.smaller, RectOf(placement.ids)) << placement.ids;
+    for (int size = 0; size < 3; ++size) {
+        if (size > 0) {  // the first layout is the one the window is built with
+            EXPECT_EQ(kSizes[size][1], window.Resize(kSizes[size][0]));
+        }
+        for (const Placement& placement : placements)
+            EXPECT_EQ(placement.at[size], RectOf(placement.ids)) << placement.ids << " at size " << size;
+    }
 }
 
 struct Shown {
@@ -110,8 +109,7 @@ TEST_F(PreviewWindowTest, EachControlIsTheStandardControlOfItsType)
     LOGFONTW font = {};
     ASSERT_NE(0, ::GetObjectW(reinterpret_cast<HFONT>(::SendMessageW(Control(L"IDC_FIXED"), WM_GETFONT, 0, 0)),
                               sizeof(font), &font));
-    EXPECT_EQ(-13, font.lfHeight);
-    EXPECT_EQ(FW_BOLD, font.lfWeight);
+    EXPECT_EQ((Values{-13, FW_BOLD}), (Values{font.lfHeight, font.lfWeight}));
     EXPECT_STREQ(L"Tahoma", font.lfFaceName);
 }
 
