@@ -21,11 +21,6 @@ std::wstring ReadTestData(const wchar_t* relative)
     return text;
 }
 
-std::wstring Describe(const uilint::Finding& finding)
-{
-    return std::to_wstring(finding.line) + L":" + std::to_wstring(finding.column) + L": " + finding.message;
-}
-
 TEST(LintRules, EachRuleFindsItsMistakeAndSaysWhatTheReaderDoesInstead)
 {
     std::wistringstream cases(ReadTestData(L"lint\\rules.txt"));
@@ -39,8 +34,10 @@ TEST(LintRules, EachRuleFindsItsMistakeAndSaysWhatTheReaderDoesInstead)
         ASSERT_TRUE(report.readable);
         tested.insert(rule);
         ASSERT_EQ(1u, report.findings.size()) << testing::PrintToString(xml);
-        EXPECT_EQ(rule, uilint::GetRule(report.findings[0].rule).id);
-        EXPECT_EQ(expected, Describe(report.findings[0]));
+        const uilint::Finding& finding = report.findings[0];
+        EXPECT_EQ(rule, uilint::GetRule(finding.rule).id);
+        EXPECT_EQ(expected,
+                  std::to_wstring(finding.line) + L":" + std::to_wstring(finding.column) + L": " + finding.message);
     }
     for (int id = 0; id < uilint::RuleCount; ++id)
         EXPECT_EQ(1u, tested.count(uilint::GetRule(static_cast<uilint::RuleId>(id)).id))
