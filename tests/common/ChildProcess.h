@@ -22,10 +22,9 @@ public:
         startup.hStdOutput = writeEnd.get();
         startup.hStdError = ::GetStdHandle(STD_ERROR_HANDLE);
         PROCESS_INFORMATION info = {};
-        if (::CreateProcessW(NULL, &commandLine[0], NULL, NULL, TRUE, 0, NULL, NULL, &startup, &info)) {
-            ::CloseHandle(info.hThread);
+        if (::CreateProcessW(NULL, &commandLine[0], NULL, NULL, TRUE, 0, NULL, NULL, &startup, &info))
             m_process.reset(info.hProcess);
-        }
+        UniqueHandle unusedThread(info.hThread);
     }
     ~ChildProcess()
     {

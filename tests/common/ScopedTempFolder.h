@@ -2,14 +2,13 @@
 #pragma once
 #include <afx.h>
 #include <vector>
+#include "NMFileUtils.h"
 
 class ScopedTempFolder {
 public:
     ScopedTempFolder()
     {
-        wchar_t temp[MAX_PATH + 1] = {};
-        ::GetTempPathW(MAX_PATH + 1, temp);
-        m_root.Format(L"%sTesvorTest%lu", temp, ::GetCurrentProcessId());
+        m_root.Format(L"%sTesvorTest%lu", NMFileUtils::GetTempFolderPath().GetString(), ::GetCurrentProcessId());
         ::CreateDirectoryW(m_root, NULL);
     }
     ~ScopedTempFolder()
@@ -31,9 +30,7 @@ public:
             path.Delete(path.GetLength() - 1);
             ::CreateDirectoryW(path, NULL);
         } else {
-            HANDLE file = ::CreateFileW(path, GENERIC_WRITE, 0, NULL, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, NULL);
-            if (file != INVALID_HANDLE_VALUE)
-                ::CloseHandle(file);
+            CFile().Open(path, CFile::modeCreate | CFile::modeWrite);  // closed again with the temporary
         }
         m_made.push_back(path);
         return path;

@@ -20,7 +20,6 @@ public:
     {
         m_key.reset(NULL);
         ::RegDeleteTreeW(HKEY_CURRENT_USER, m_path);
-        ::RegDeleteKeyW(HKEY_CURRENT_USER, m_path);
     }
 
     HKEY Handle() const { return m_key.get(); }
@@ -28,11 +27,8 @@ public:
     CString Path(const wchar_t* sub = NULL) const { return sub != NULL ? m_path + L"\\" + sub : m_path; }
     bool Exists(const wchar_t* sub) const
     {
-        HKEY key = NULL;
-        if (::RegOpenKeyExW(Handle(), sub, 0, KEY_READ, &key) != ERROR_SUCCESS)
-            return false;
-        ::RegCloseKey(key);
-        return true;
+        UniqueHKey key;
+        return ::RegOpenKeyExW(Handle(), sub, 0, KEY_READ, key.put()) == ERROR_SUCCESS;
     }
     // A key (made when missing) that the caller closes; REG_OPTION_VOLATILE makes one under
     // which no lasting key can be created.

@@ -8,13 +8,7 @@
 typedef std::vector<long long> Values;
 
 // Full Windows path of a file under tests/data.
-inline CString TestDataPath(const wchar_t* relative)
-{
-    CString path(TESVOR_TEST_DATA_DIR);
-    path += L"\\";
-    path += relative;
-    return path;
-}
+inline CString TestDataPath(const wchar_t* relative) { return CString(TESVOR_TEST_DATA_DIR) + L"\\" + relative; }
 
 // The whole content of a file; empty when it cannot be read.
 inline std::vector<BYTE> FileBytes(const wchar_t* path)
