@@ -31,11 +31,7 @@ public:
 // dispinterface itself as ATL's sources do.
 class TestConnectionPoint : public Counted<IConnectionPoint> {
 public:
-    STDMETHODIMP GetConnectionInterface(IID* piid) override
-    {
-        *piid = DIID_TestEvents;
-        return S_OK;
-    }
+    STDMETHODIMP GetConnectionInterface(IID*) override { return E_NOTIMPL; }
     STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer**) override { return E_NOTIMPL; }
     STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override
     {
@@ -58,16 +54,6 @@ public:
         return S_OK;
     }
     STDMETHODIMP EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
-
-    // Fires event 1 with one number.
-    HRESULT Fire(long value)
-    {
-        VARIANT arg;
-        arg.vt = VT_I4;
-        arg.lVal = value;
-        DISPPARAMS params = {&arg, nullptr, 1, 0};
-        return m_sink->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, nullptr, nullptr);
-    }
 
     int unadviseCalls = 0;
     bool refuseUnadvise = false;
@@ -130,7 +116,13 @@ TEST(EventSinkAdvisor, AdviseAndUnadviseRulesAndRefusals)
     ASSERT_EQ(S_OK, sink.Advise(&source, &DIID_TestEvents));
     EXPECT_EQ((Values{1, kCookie, 2, 1, 0}),
               (Values{sink.IsAdvised(), sink.m_dwCookie, sink.m_dwRef, source.point.refs, source.refs}));
-    EXPECT_EQ(S_OK, source.point.Fire(-17));
+    // The source fires event 1 with one number.
+    VARIANT number;
+    number.vt = VT_I4;
+    number.lVal = -17;
+    DISPPARAMS params = {&number, nullptr, 1, 0};
+    EXPECT_EQ(S_OK, source.point.m_sink->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr,
+                                                nullptr, nullptr));
     EXPECT_EQ(-17, sink.number);
 
     // While connected, another source is turned away.
