@@ -78,14 +78,13 @@ TEST(StreamTest, ReadsWritesMovesAndSharesItsMemory)
     copy.Offset(0, MEOffsetFromEnd);
     copy.Write(data, 1);
     assigned = stream;
-    IStream* raw = NULL;
+    CComPtr<IStream> raw;
     STATSTG stat = {};
     EXPECT_EQ((Values{3, 3, 3, E_POINTER, S_OK}), (Values{stream.GetSize(), stream.GetPosition(), assigned.GetSize(),
                                                           stream.GetIStream(NULL), stream.GetIStream(&raw)}));
-    ASSERT_NE(nullptr, raw);
+    ASSERT_NE(nullptr, raw.p);
     raw->Stat(&stat, STATFLAG_NONAME);
     EXPECT_EQ(3u, stat.cbSize.LowPart);
-    raw->Release();
 
     // Not deleted on release: the memory and its bytes outlive the stream.
     HGLOBAL memory = FromBytes("abc", 3, FALSE).GetBuffer();
