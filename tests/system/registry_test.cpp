@@ -82,12 +82,12 @@ TEST_F(RegistryTest, WritersAndReadersOfEveryKind)
     ASSERT_TRUE(reg.Write(L"One", CString(L"a")) && reg.Write(L"Two", CString(L"ab")));  // 4 and 6 bytes
     ASSERT_TRUE(reg.Write(L"Nothing", CString()));
     ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.Handle(), L"Empty", 0, REG_SZ, NULL, 0));
-    const BYTE* bare = reinterpret_cast<const BYTE*>(L"xyz");
+    const BYTE* bare = reinterpret_cast<const BYTE*>(L"xyz!");  // not followed by a NUL, which would be added
     ASSERT_EQ(ERROR_SUCCESS, ::RegSetValueExW(key.Handle(), L"Bare", 0, REG_SZ, bare, 6));
-    // Strings keep their terminator (the text: 9 characters and one; the system would add it
-    // to any but the empty one); blocks by index are named by the number.
-    EXPECT_EQ("4:4 1:20 1:2 3:5 3:3 3:1",
-              Stored(key.Handle(), {L"Number", L"Text", L"Nothing", L"Block", L"3", L"-12"}));
+    // Strings keep their terminator (the text: 9 characters and one; the empty string shows it,
+    // since the system adds one that follows the data); blocks by index are named by the number.
+    EXPECT_EQ("4:4 1:20 1:2 1:6 3:5 3:3 3:1",
+              Stored(key.Handle(), {L"Number", L"Text", L"Nothing", L"Bare", L"Block", L"3", L"-12"}));
 
     const struct {
         Reader reader;
