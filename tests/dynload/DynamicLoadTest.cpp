@@ -30,19 +30,17 @@ TEST(DynamicLoadTest, LibraryJoinsTheChainOnLoadAndLeavesNothingOnUnload)
     auto expectOnTheChain = [&](HMODULE library) {
         CString name;
         name.LoadString(IDS_TESVORUTIL_LIBRARY_NAME);
+        // Not loaded, the search falls back to the program's own resources.
+        EXPECT_EQ(library ? library : AfxGetResourceHandle(), AfxFindResourceHandle(nameBlock, RT_STRING));
+        EXPECT_STREQ(library ? L"TesvorUtil" : L"", name);
         CDynLinkLibrary* head = AfxGetFirstDynLinkLibrary();
         if (library == NULL) {
             EXPECT_EQ(before, head);
-            // Not found: the search falls back to the program's own resources.
-            EXPECT_EQ(AfxGetResourceHandle(), AfxFindResourceHandle(nameBlock, RT_STRING));
-            EXPECT_STREQ(L"", name);
             return;
         }
         ASSERT_NE(nullptr, head);
         EXPECT_TRUE(head->m_hModule == library && head->m_hResource == library && !head->m_bSystem);
         EXPECT_EQ(before, head->m_pNextDLL) << "exactly one record per loaded library";
-        EXPECT_EQ(library, AfxFindResourceHandle(nameBlock, RT_STRING));
-        EXPECT_STREQ(L"TesvorUtil", name);
     };
     expectOnTheChain(NULL);
     DWORD nextSlot[2] = {};  // the thread slot the process would get next, with the library loaded
