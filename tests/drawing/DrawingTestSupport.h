@@ -12,6 +12,9 @@ using UniqueBitmap = UniqueGdiObject<HBITMAP>;
 using UniqueIcon = UniqueAny<HICON, ::DestroyIcon>;
 using UniqueImageList = UniqueAny<HIMAGELIST, ::ImageList_Destroy>;
 
+const COLORREF kRed = RGB(255, 0, 0), kGreen = RGB(0, 255, 0), kBlue = RGB(0, 0, 255), kWhite = RGB(255, 255, 255);
+const COLORREF kMask = RGB(255, 0, 255);  // the colour the tests make transparent
+
 // The column colours of the 8-by-6 test pictures (see make_pictures.py).
 inline COLORREF ColumnColour(int x) { return RGB(30 * x + 10, 200 - 20 * x, 40 + 25 * x); }
 
@@ -67,6 +70,24 @@ inline unsigned HighestFreshGdiSlot()
     for (HBRUSH b : brushes)
         ::DeleteObject(b);
     return highest;
+}
+
+// Runs `cycle(i)` (true when it did its work) `warmUps` times, for the caches that
+// first uses allocate for the life of the process, then `cycles` times: every run
+// succeeds and the GDI objects do not grow (Windows counts them; Wine reports 0).
+template <class Cycle>
+void ExpectNoGdiGrowth(int warmUps, int cycles, Cycle cycle)
+{
+    int failures = 0;
+    for (int i = 0; i < warmUps; ++i)
+        failures += cycle(i) ? 0 : 1;
+    const unsigned slotBefore = HighestFreshGdiSlot();
+    const DWORD countBefore = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+    for (int i = warmUps; i < warmUps + cycles; ++i)
+        failures += cycle(i) ? 0 : 1;
+    EXPECT_EQ(failures, 0);
+    EXPECT_LE(HighestFreshGdiSlot(), slotBefore + 64);
+    EXPECT_TRUE(countBefore == 0 || ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS) <= countBefore + 4);
 }
 
 // Where the tests leave the BMP files for the decoder on the build host: the

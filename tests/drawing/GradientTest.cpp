@@ -46,7 +46,7 @@ TEST(Gradient, FillsFromOneColourToTheOtherOrInBands)
     EXPECT_EQ(MImageUtils::UVLRDrawGradientRect(nullptr, CRect(0, 0, 4, 4), 0, 0, true), 0);
 
     // Without GradientFill: one band per colour step.
-    surface.Fill(RGB(255, 255, 255));
+    surface.Fill(kWhite);
     std::vector<Band> bands = DrawInBands(surface, CRect(0, 0, 110, 4), RGB(0, 0, 0), RGB(0, 0, 10), true);
     ASSERT_EQ(bands.size(), 11u);
     for (int i = 0; i < 11; ++i) {

@@ -7,8 +7,6 @@
 
 namespace {
 
-const COLORREF kRed = RGB(255, 0, 0), kBlue = RGB(0, 0, 255), kGreen = RGB(0, 255, 0), kMask = RGB(255, 0, 255);
-
 HICON SolidIcon(int size, COLORREF colour, int height = 0)
 {
     MCDC surface(size, height != 0 ? height : size);
@@ -102,18 +100,13 @@ TEST(ImageUtils, OverlayGoesToTheBottomRightCornerOrNowhere)
     ASSERT_TRUE(::DrawIconEx(target.m_hDC, 0, 0, hIcon, 32, 32, 0, NULL, DI_NORMAL));
     ExpectPixels(target.GetBitmap(), 32, 32, [](int x, int y) { return x >= 16 && y >= 16 ? kBlue : kRed; });
 
-    // Repeated overlays leave no GDI objects behind (the first ten warm the caches up).
-    unsigned slotBefore = 0;
-    int failures = 0;
-    for (int i = 0; i < 310; ++i) {
-        if (i == 10)
-            slotBefore = HighestFreshGdiSlot();
+    // Repeated overlays leave no GDI objects behind.
+    ExpectNoGdiGrowth(10, 300, [&](int) {
         HICON hBase = SolidIcon(16, kRed);
-        failures += MImageUtils::DrawIconOnIcon(hBase, small.get(), IconPlaceBottomRight, kMask) ? 0 : 1;
+        const bool drawn = MImageUtils::DrawIconOnIcon(hBase, small.get(), IconPlaceBottomRight, kMask);
         ::DestroyIcon(hBase);
-    }
-    EXPECT_EQ(failures, 0);
-    EXPECT_LE(HighestFreshGdiSlot(), slotBefore + 64);
+        return drawn;
+    });
 }
 
 }  // namespace

@@ -10,8 +10,6 @@
 
 namespace {
 
-const COLORREF kWhite = RGB(255, 255, 255);
-
 // Draws the holder's picture at (x0, y0) on a white surface and checks every pixel;
 // the picture's columns appear in the order `columns` gives (as an image list, with
 // `columns`, when that is not null).
@@ -23,7 +21,7 @@ void ExpectDrawn(MCPictureHolder& holder, int x0, int y0, const int* columns = n
         ASSERT_TRUE(holder.Draw(surface, x0, y0, 0, 0));  // at the picture's own size
     } else {
         HIMAGELIST hList = NULL;
-        ASSERT_TRUE(holder.CreateImageList(hList, 2, RGB(255, 0, 255)));
+        ASSERT_TRUE(holder.CreateImageList(hList, 2, kMask));
         UniqueImageList list(hList);
         ASSERT_EQ(1, ::ImageList_GetImageCount(hList));
         ASSERT_TRUE(::ImageList_Draw(hList, 0, surface.m_hDC, x0, y0, ILD_NORMAL));
@@ -62,7 +60,7 @@ TEST(PictureHolder, LoadsFromFilesMemoryAndResourcesAndDrawsExactly)
     EXPECT_EQ(16, holder.GetWidth());
     MCDC surface(16, 16);
     ASSERT_TRUE(holder.Draw(surface, 0, 0, 0, 0));
-    for (auto sample : {std::make_pair(2, RGB(255, 0, 0)), std::make_pair(13, RGB(0, 0, 255))}) {
+    for (auto sample : {std::make_pair(2, kRed), std::make_pair(13, kBlue)}) {
         const COLORREF c = surface.GetPixel(sample.first, 8);
         EXPECT_LE(std::max({std::abs(GetRValue(c) - GetRValue(sample.second)), std::abs(GetGValue(c) - GetGValue(sample.second)),
                             std::abs(GetBValue(c) - GetBValue(sample.second))}), 40) << sample.first;
@@ -141,7 +139,7 @@ TEST(PictureHolder, CopiesShareOnePictureAndMakeSurfacesAndImageLists)
         ExpectDrawn(copy, 1, 1, straight);
     }
     HIMAGELIST hList = NULL;
-    ASSERT_TRUE(copy.CreateImageList(TestDataPath(L"drawing\\picture.gif"), hList, 2, RGB(255, 0, 255)));
+    ASSERT_TRUE(copy.CreateImageList(TestDataPath(L"drawing\\picture.gif"), hList, 2, kMask));
     ::ImageList_Destroy(hList);
 
     MCDC* pSurface = nullptr;

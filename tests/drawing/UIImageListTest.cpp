@@ -109,21 +109,17 @@ struct Failure {
 TEST(UIImageList, FailuresLeaveTheObjectEmptyAndNoHandlesBehind)
 {
     MCUIImageList live;
-    unsigned slotBefore = 0;
     const int count = sizeof(kFailures) / sizeof(kFailures[0]);
-    for (int i = 0; i < count + 1000; ++i) {
-        if (i == count)  // every path taken once before counting
-            slotBefore = HighestFreshGdiSlot();
+    ExpectNoGdiGrowth(count, 1000, [&](int i) {  // every path taken once before counting
         const Failure& failure = kFailures[i % count];
         MCUIImageListData data;
         MakeStrip(data, MEUIImageKindCursor, failure.file, failure.resourceID);
         data.nWidth = failure.width;
         data.images[L"b"].nIndex = failure.index;
-        ASSERT_EQ(failure.expected, live.Create(data, TestDataPath(L"drawing\\strip.xml"))) << "case " << i % count;
-        ASSERT_EQ(nullptr, live.GetImageList());
-        ASSERT_EQ(nullptr, live.GetCursor(L"a"));
-    }
-    EXPECT_LE(HighestFreshGdiSlot(), slotBefore + 64);
+        const HRESULT hr = live.Create(data, TestDataPath(L"drawing\\strip.xml"));
+        EXPECT_EQ(failure.expected, hr) << "case " << i % count;
+        return hr == failure.expected && live.GetImageList() == nullptr && live.GetCursor(L"a") == nullptr;
+    });
 }
 
 }  // namespace
