@@ -7,10 +7,14 @@
 
 namespace {
 
+// One colour but for the top left 8-by-8 corner, which is in the mask colour: transparent.
 HICON SolidIcon(int size, COLORREF colour, int height = 0)
 {
     MCDC surface(size, height != 0 ? height : size);
     surface.Fill(colour);
+    const RECT corner = {0, 0, 8, 8};
+    CBrush mask(kMask);
+    surface.FillRect(&corner, &mask);
     return surface.CreateNewIcon(kMask);
 }
 
@@ -98,7 +102,10 @@ TEST(ImageUtils, OverlayGoesToTheBottomRightCornerOrNowhere)
     MCDC target(32, 32);
     target.Fill(kGreen);
     ASSERT_TRUE(::DrawIconEx(target.m_hDC, 0, 0, hIcon, 32, 32, 0, NULL, DI_NORMAL));
-    ExpectPixels(target.GetBitmap(), 32, 32, [](int x, int y) { return x >= 16 && y >= 16 ? kBlue : kRed; });
+    // Transparent corners let through the background, and the icon under the overlay.
+    ExpectPixels(target.GetBitmap(), 32, 32, [](int x, int y) {
+        return x < 8 && y < 8 ? kGreen : x >= 16 && y >= 16 && (x >= 24 || y >= 24) ? kBlue : kRed;
+    });
 
     // Repeated overlays leave no GDI objects behind.
     ExpectNoGdiGrowth(10, 300, [&](int) {

@@ -76,19 +76,6 @@ TEST(Surface, CopiesImageListsAndIconsKeepThePicture)
     ASSERT_NE(wrapper, nullptr);
     EXPECT_TRUE(wrapper->IsKindOf(RUNTIME_CLASS(CBitmap)));
     EXPECT_EQ(wrapper, CGdiObject::FromHandle(surface.GetBitmap()));
-
-    MCDC square(16, 16);
-    square.Fill(kMask);
-    RECT inner = {4, 4, 12, 12};
-    CBrush red(kRed);
-    square.FillRect(&inner, &red);
-    UniqueIcon icon(square.CreateNewIcon(kMask));
-    MCDC target(16, 16);
-    target.Fill(kGreen);
-    ASSERT_TRUE(::DrawIconEx(target.m_hDC, 0, 0, icon.get(), 16, 16, 0, NULL, DI_NORMAL));
-    ExpectPixels(target.GetBitmap(), 16, 16, [](int x, int y) {  // the mask colour lets the background through
-        return x >= 4 && x < 12 && y >= 4 && y < 12 ? kRed : kGreen;
-    });
 }
 
 TEST(Surface, EveryConstructorMakesACompatibleSurface)
