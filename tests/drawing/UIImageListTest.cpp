@@ -75,14 +75,11 @@ TEST(UIImageList, CutsTheStripIntoMaskedImagesEachMirroredInItsPlace)
                     });
                 }
                 const bool cursors = kind == MEUIImageKindCursor;
-                EXPECT_EQ(nullptr, cursors ? live.GetIcon(L"b") : live.GetCursor(L"b"));
-                EXPECT_EQ(nullptr, cursors ? live.GetCursor(L"c") : live.GetIcon(L"c"));
-                if (cursors) {
-                    EXPECT_EQ("cursor 3,5 " + std::to_string(ColumnColour(4)), Describe(live.GetCursor(L"b")));
-                    EXPECT_EQ("cursor 0,0 " + std::to_string(ColumnColour(0)), Describe(live.GetCursor(L"a")));
-                } else {
-                    EXPECT_EQ("icon " + std::to_string(ColumnColour(4)), Describe(live.GetIcon(L"b")));
-                }
+                auto get = [&](const wchar_t* name) { return cursors ? live.GetCursor(name) : live.GetIcon(name); };
+                EXPECT_EQ((cursors ? "cursor 3,5 " : "icon ") + std::to_string(ColumnColour(4)), Describe(get(L"b")));
+                EXPECT_EQ((cursors ? "cursor 0,0 " : "icon ") + std::to_string(ColumnColour(0)), Describe(get(L"a")));
+                EXPECT_EQ(nullptr, get(L"c"));
+                EXPECT_EQ(nullptr, cursors ? live.GetIcon(L"b") : live.GetCursor(L"b")) << "not of the list's kind";
             }
         }
     }
