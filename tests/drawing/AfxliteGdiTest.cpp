@@ -68,9 +68,7 @@ TEST(AfxliteGdi, DeviceContextsAndImageListsAttachDetachAndSelect)
     CDC::DeleteTempMap();
     EXPECT_FALSE(dc.DeleteDC());
 
-    CWnd* desktop = CWnd::FromHandle(::GetDesktopWindow());
-    ASSERT_NE(desktop, nullptr);
-    EXPECT_EQ(desktop->GetSafeHwnd(), ::GetDesktopWindow());
+    EXPECT_EQ(CWnd::FromHandle(::GetDesktopWindow())->GetSafeHwnd(), ::GetDesktopWindow());
     EXPECT_EQ(CWnd::FromHandlePermanent(::GetDesktopWindow()), nullptr);
     CWnd::DeleteTempMap();  // never destroys the window it wrapped
     EXPECT_TRUE(::IsWindow(::GetDesktopWindow()));
