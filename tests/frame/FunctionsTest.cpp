@@ -39,6 +39,7 @@ void CaptureTrace(const char* channel, const wchar_t* line)
 TEST(TraceTest, TextIsFormattedTwiceAndTheChannelIsTextAResourceOrNothing)
 {
     const CString longText(L'x', 5000), fits(L'y', 2047);
+    g_lines.clear();  // a repeated run starts over
     const MDebugTraceSink previous = MDebugTraceSetSink(&CaptureTrace);
     UVLRDebugOutputEx(L"chan", L"%d items in %s, %S", 3, L"the box", "narrow");
     UVLRDebugOutputEx(MAKEINTRESOURCEW(IDS_TEST_CHANNEL), L"%s", L"100%%");  // Corvel formats "100%%" again
