@@ -119,7 +119,7 @@ DWORD ProtectionOf(const void* address)
 
 TEST(MemoryUtils, SetMemProtectChangesTheWholeRegionAndRestoresIt)
 {
-    const SIZE_T page = 0x1000;
+    const SIZE_T page = 0x1000;  // the page size of x86 and x64 Windows alike
     BYTE* pages = static_cast<BYTE*>(::VirtualAlloc(NULL, 3 * page, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     ASSERT_NE(nullptr, pages);
     DWORD old = 0;
