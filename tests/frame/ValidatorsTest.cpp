@@ -97,7 +97,6 @@ TEST(EmailCheckerTest, ResultCodesAndParts)
         EXPECT_EQ(c.code == 0, MErrorUtils::IsValidEmail(c.address, &code)) << label;
         EXPECT_EQ(c.code, code) << label;
     }
-    EXPECT_FALSE(MErrorUtils::IsValidEmail(L"a@b", NULL));  // a null result pointer is allowed
     EXPECT_EQ(0x00000002u, MCEmailAddressChecker().Test());
 
     CString text(L"  Mixed Case ");
