@@ -21,11 +21,7 @@ TEST(CharacterClassTest, AsciiLettersAndDigitsOnly)
 
 TEST(VLRNumberTest, RangeAndDigitsOnlyText)
 {
-    for (UINT n : {10000u, 123456u, 2147483646u})
-        EXPECT_TRUE(MErrorUtils::IsValidVLRNumber(n)) << n;
-    for (UINT n : {0u, 9999u, 2147483647u, 0xFFFFFFFFu})
-        EXPECT_FALSE(MErrorUtils::IsValidVLRNumber(n)) << n;
-
+    // Once the text is read, both columns come from the number overload: its bounds show here.
     struct Case {
         const wchar_t* text;
         bool valid;      // IsValidVLRNumber(text)
@@ -35,7 +31,7 @@ TEST(VLRNumberTest, RangeAndDigitsOnlyText)
         {L"+10000", false, 10000},     {L"12345abc", false, 12345},       {L"9999", false, 0},
         {L"2147483646", true, 2147483646}, {L"2147483647", false, 0},    {L"99999999999", false, 0},  // saturates
         {L"-10000", false, 0},         {L"", false, 0},                   {L"abc", false, 0},
-        {L"10000 ", false, 10000},     {NULL, false, 0},
+        {L"10000 ", false, 10000},     {NULL, false, 0},                  {L"0", false, 0},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(c.valid, MErrorUtils::IsValidVLRNumber(c.text)) << (c.text ? c.text : L"(null)");
