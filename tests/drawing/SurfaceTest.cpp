@@ -73,9 +73,8 @@ TEST(Surface, CopiesImageListsAndIconsKeepThePicture)
     ExpectPixels(fromDC.get(), 10, 4, [](int, int) { return kGreen; });
 
     CBitmap* wrapper = surface.GetCBitmap();  // a temporary, never the owner of the surface's bitmap
-    ASSERT_NE(wrapper, nullptr);
+    ASSERT_EQ(wrapper, CGdiObject::FromHandle(surface.GetBitmap()));
     EXPECT_TRUE(wrapper->IsKindOf(RUNTIME_CLASS(CBitmap)));
-    EXPECT_EQ(wrapper, CGdiObject::FromHandle(surface.GetBitmap()));
 }
 
 TEST(Surface, EveryConstructorMakesACompatibleSurface)
