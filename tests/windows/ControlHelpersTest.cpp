@@ -228,7 +228,6 @@ TEST_F(ControlHelpers, DeferredMovesAndTheObjectsOfSubclassedAndPlainControls)
     EXPECT_NE(&recorder, m_dialog.GetDlgItem(IDC_BUTTON));
     EXPECT_EQ(nullptr, recorder.m_hWnd);
 
-    EXPECT_EQ(&m_dialog.m_edit, m_dialog.GetDlgItem(IDC_EDIT));
     CWnd* pPlain = m_dialog.GetDlgItem(IDC_PLAIN_EDIT);
     ASSERT_NE(nullptr, pPlain);
     EXPECT_EQ(pPlain, m_dialog.GetDlgItem(IDC_PLAIN_EDIT));  // one temporary per handle
