@@ -21,8 +21,6 @@ void PaintDistinct(MCDC& surface)
 TEST(Surface, FillFrameAndMirror)
 {
     MCDC surface(7, 5);
-    surface.Fill(RGB(10, 20, 30));
-    ExpectPixels(surface.GetBitmap(), 7, 5, [](int, int) { return RGB(10, 20, 30); });
     CBrush blue(kBlue);
     surface.Fill(&blue);
     ExpectPixels(surface.GetBitmap(), 7, 5, [](int, int) { return kBlue; });
