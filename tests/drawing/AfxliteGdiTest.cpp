@@ -74,7 +74,6 @@ TEST(AfxliteFile, WritesReadsSeeksAndReportsErrors)
     {
         CFile file(path, CFile::modeCreate | CFile::modeWrite);
         file.Write("abcdef", 6);
-        EXPECT_EQ(file.GetLength(), 6u);
         EXPECT_EQ(file.GetFileName(), CString(L"afxlite-file.bin"));
     }
     CFile file;
