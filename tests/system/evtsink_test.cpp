@@ -16,11 +16,13 @@ class Counted : public Interface {
 public:
     STDMETHODIMP QueryInterface(REFIID riid, void** ppv) override
     {
-        const bool known = ::IsEqualIID(riid, IID_IUnknown) || ::IsEqualIID(riid, __uuidof(Interface));
-        *ppv = known ? this : nullptr;
-        if (known)
-            AddRef();
-        return known ? S_OK : E_NOINTERFACE;
+        if (!::IsEqualIID(riid, IID_IUnknown) && !::IsEqualIID(riid, __uuidof(Interface))) {
+            *ppv = nullptr;
+            return E_NOINTERFACE;
+        }
+        *ppv = this;
+        AddRef();
+        return S_OK;
     }
     STDMETHODIMP_(ULONG) AddRef() override { return ++refs; }
     STDMETHODIMP_(ULONG) Release() override { return --refs; }

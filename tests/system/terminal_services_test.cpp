@@ -217,6 +217,7 @@ TEST(WTSSession, HiddenWindowTurnsEachCodeIntoItsSlot)
     EXPECT_EQ("ConsoleConnect ConsoleDisconnect SessionLogon SessionLogoff RemoteConnect RemoteDisconnect ",
               listener.calls);
 
-    // Wine 8 answers neither query, so it gets the fail-open values (the session number's ends the local lock names).
+    // Wine 8 answers neither query, so it gets the fail-open values (the failed session number, -1,
+    // shows at the end of the local lock names in InstanceGuard.NamesAreSharedWithOtherBuilds).
     EXPECT_TRUE(session->IsSessionConnected());
 }
